@@ -1,0 +1,65 @@
+// A set of columns as a bit set: supports, read relations and used columns are unions and
+// intersections of machine words.
+#pragma once
+
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace ostrel {
+
+/// A set of column indices. It grows on insertion; a column beyond the stored words is absent.
+class ColumnSet {
+ public:
+  bool contains(std::size_t column) const {
+    return column / 64 < words_.size() && ((words_[column / 64] >> (column % 64)) & 1U) != 0;
+  }
+
+  void insert(std::size_t column) { insertWord(column / 64, std::uint64_t{1} << (column % 64)); }
+
+  /// Adds the columns 64 * index + b for each bit b that is set in `bits`.
+  void insertWord(std::size_t index, std::uint64_t bits) {
+    if (bits == 0) return;
+    if (index >= words_.size()) words_.resize(index + 1);
+    words_[index] |= bits;
+  }
+
+  void insertAll(const ColumnSet& other) {
+    for (std::size_t i = 0; i < other.words_.size(); ++i) insertWord(i, other.words_[i]);
+  }
+
+  /// Empties the set and keeps its memory.
+  void clear() { words_.clear(); }
+
+  bool empty() const {
+    for (const std::uint64_t word : words_) {
+      if (word != 0) return false;
+    }
+    return true;
+  }
+
+  std::size_t size() const {
+    std::size_t count = 0;
+    for (const std::uint64_t word : words_) count += static_cast<std::size_t>(std::popcount(word));
+    return count;
+  }
+
+  /// Calls visit(column) for each column of the set, in ascending order.
+  template <class Visit>
+  void forEach(Visit visit) const {
+    for (std::size_t i = 0; i < words_.size(); ++i) {
+      for (std::uint64_t rest = words_[i]; rest != 0; rest &= rest - 1) {
+        visit(i * 64 + static_cast<std::size_t>(std::countr_zero(rest)));
+      }
+    }
+  }
+
+  /// The columns 64 * index to 64 * index + 63 as bits; 0 beyond the stored words.
+  std::uint64_t word(std::size_t index) const { return index < words_.size() ? words_[index] : 0; }
+
+ private:
+  std::vector<std::uint64_t> words_;
+};
+
+}  // namespace ostrel

@@ -1,0 +1,169 @@
+// A cube is a product of literals over numbered columns (variables), packed two bits a column.
+//
+// In text a cube has one character for each column: "1" is the true literal, "0" the complemented
+// literal and "-", a dash, says that the column does not matter. The cube stands for all points
+// that agree with its literals. Packed, a column has a care bit (it is a literal) and a value bit
+// (its sense). Both bits of a dash are 0, so every column beyond the stored blocks is a dash:
+// widening a cube by don't-care columns costs nothing, and a cube carries no width. The width
+// travels with the list that holds the cubes.
+#pragma once
+
+#include <algorithm>
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "minimizer/column_set.h"
+
+namespace ostrel {
+
+class Cube {
+ public:
+  /// 64 neighbouring columns. A value bit is 0 wherever the care bit is 0.
+  struct Block {
+    std::uint64_t care = 0;
+    std::uint64_t value = 0;
+    friend bool operator==(const Block&, const Block&) = default;
+  };
+
+  /// The universal cube: every column is a dash.
+  Cube() = default;
+
+  /// The cube of a text; each character other than '0' and '1' is a dash.
+  explicit Cube(std::string_view text);
+
+  Cube(const Cube& other);
+  Cube& operator=(const Cube& other);
+  Cube(Cube&& other) noexcept;
+  Cube& operator=(Cube&& other) noexcept;
+  ~Cube() = default;
+
+  /// The text of the columns 0 to width - 1.
+  std::string text(std::size_t width) const;
+
+  /// '0', '1' or '-'.
+  char at(std::size_t column) const {
+    const Block b = block(column / 64);
+    if (((b.care >> (column % 64)) & 1U) == 0) return '-';
+    return ((b.value >> (column % 64)) & 1U) != 0 ? '1' : '0';
+  }
+
+  /// Sets a column to '0' or '1', or to a dash for any other character.
+  void set(std::size_t column, char literal);
+
+  /// Exchanges '0' and '1' in a column; a dash stays.
+  void invert(std::size_t column) {
+    if (column / 64 >= blockCount_) return;
+    Block& b = mutableBlock(column / 64);
+    b.value ^= b.care & (std::uint64_t{1} << (column % 64));
+  }
+
+  /// Number of columns that are not a dash.
+  std::size_t literalCount() const {
+    auto count = static_cast<std::size_t>(std::popcount(first_.care));
+    for (std::size_t i = 1; i < blockCount_; ++i) {
+      count += static_cast<std::size_t>(std::popcount(rest_[i - 1].care));
+    }
+    return count;
+  }
+
+  /// Adds the columns of all literals to `columns`.
+  void addSupportTo(ColumnSet& columns) const {
+    for (std::size_t i = 0; i < blockCount_; ++i) columns.insertWord(i, block(i).care);
+  }
+
+  /// Calls visit(column, literal) for each literal in column order, literal being '0' or '1'.
+  template <class Visit>
+  void forEachLiteral(Visit visit) const {
+    for (std::size_t i = 0; i < blockCount_; ++i) {
+      const Block b = block(i);
+      for (std::uint64_t rest = b.care; rest != 0; rest &= rest - 1) {
+        const auto bit = static_cast<std::size_t>(std::countr_zero(rest));
+        visit(i * 64 + bit, ((b.value >> bit) & 1U) != 0 ? '1' : '0');
+      }
+    }
+  }
+
+  /// Equal cubes have equal hashes, however many blocks each one stores.
+  std::size_t hash() const;
+
+  /// Stored blocks, at least 1. Block i holds the columns 64 * i to 64 * i + 63.
+  std::size_t blockCount() const { return blockCount_; }
+  Block block(std::size_t i) const {
+    if (i == 0) return first_;
+    return i < blockCount_ ? rest_[i - 1] : Block{};
+  }
+  /// Replaces block i, storing more blocks where needed; value bits without care bit are dropped.
+  void setBlock(std::size_t i, Block b);
+
+ private:
+  Block& mutableBlock(std::size_t i) { return i == 0 ? first_ : rest_[i - 1]; }
+  void grow(std::size_t blockCount);
+
+  Block first_;                    // almost every narrowed cube fits here
+  std::size_t blockCount_ = 1;     // first_ counts
+  std::unique_ptr<Block[]> rest_;  // blocks 1 to blockCount_ - 1
+};
+
+/// True if test(block of a, block of b) holds for all blocks of the two cubes.
+template <class Test>
+bool everyBlock(const Cube& a, const Cube& b, Test test) {
+  const std::size_t count = std::max(a.blockCount(), b.blockCount());
+  for (std::size_t i = 0; i < count; ++i) {
+    if (!test(a.block(i), b.block(i))) return false;
+  }
+  return true;
+}
+
+/// Sum of count(block of a, block of b) over all blocks of the two cubes.
+template <class Count>
+std::size_t sumBlocks(const Cube& a, const Cube& b, Count count) {
+  std::size_t sum = 0;
+  const std::size_t blocks = std::max(a.blockCount(), b.blockCount());
+  for (std::size_t i = 0; i < blocks; ++i) {
+    sum += static_cast<std::size_t>(count(a.block(i), b.block(i)));
+  }
+  return sum;
+}
+
+/// Two cubes are equal when they have the same literals.
+inline bool operator==(const Cube& a, const Cube& b) {
+  return everyBlock(a, b, [](Cube::Block x, Cube::Block y) { return x == y; });
+}
+
+/// Distance: the number of columns in which one cube has "0" and the other "1".
+inline std::size_t distance(const Cube& a, const Cube& b) {
+  return sumBlocks(a, b, [](Cube::Block x, Cube::Block y) {
+    return std::popcount(x.care & y.care & (x.value ^ y.value));
+  });
+}
+
+/// True if some point lies in both cubes, that is, if their distance is 0.
+inline bool cubesIntersect(const Cube& a, const Cube& b) {
+  return everyBlock(a, b, [](Cube::Block x, Cube::Block y) {
+    return (x.care & y.care & (x.value ^ y.value)) == 0;
+  });
+}
+
+/// Containment: every point of `inner` lies in `outer`; a cube contains itself.
+inline bool cubeContains(const Cube& outer, const Cube& inner) {
+  return everyBlock(outer, inner, [](Cube::Block x, Cube::Block y) {
+    return (x.care & ~(y.care & ~(x.value ^ y.value))) == 0;
+  });
+}
+
+/// The number of columns in which the two texts differ; a dash against a literal counts.
+inline std::size_t differingColumns(const Cube& a, const Cube& b) {
+  return sumBlocks(a, b, [](Cube::Block x, Cube::Block y) {
+    return std::popcount((x.care ^ y.care) | (x.value ^ y.value));
+  });
+}
+
+struct CubeHash {
+  std::size_t operator()(const Cube& cube) const { return cube.hash(); }
+};
+
+}  // namespace ostrel
