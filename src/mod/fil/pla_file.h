@@ -1,0 +1,95 @@
+// The image of one PLA file (.tt2): a Berkeley truth table with `#$` lines that declare pins and
+// nodes and carry properties.
+//
+// A PlaFile is filled once, by read or by an export that calls prepare, and then only read. It
+// knows nothing of logic: rows are texts, names are taken apart but not resolved.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <iosfwd>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "fil/pla_name.h"
+#include "fil/pla_tables.h"
+#include "fil/row_table.h"
+#include "run/console.h"
+#include "run/status.h"
+
+namespace ostrel {
+
+/// Where a name stands: #$ PINS, #$ NODES, .ilb, .ob, #$ FLIPFLOPS.
+enum class NameKind : unsigned char { Pin, Node, Input, Output, Flipflop };
+
+/// The value of .type: which planes the rows give. The file always means don't-care by '-' in the
+/// output plane; f and fd take everything not listed as OFF, fr and fdr as don't-care.
+enum class PlaType : unsigned char { f, fd, fr, fdr };
+
+/// One #$ STATEBITS line. `names` can be shorter than `count`.
+struct StateBits {
+  int count = 0;
+  std::vector<std::string> names;
+};
+
+class PlaFile {
+ public:
+  /// The names of one kind. `count` is what the file announces (.i for .ilb, .o for .ob).
+  /// A table that exists holds records up to `capacity`; those not read yet are not stored.
+  struct NameTable {
+    int count = 0;
+    bool exists = false;
+    int capacity = 0;
+    std::vector<PlaName> records;
+  };
+
+  int termCount = 0;     ///< rows stored so far
+  int termCapacity = 0;  ///< most rows allowed: the value of .p, or its default
+  PlaType type = PlaType::f;
+  RowTable inputRows;   ///< '0', '1' and '-'; as wide as .i
+  RowTable outputRows;  ///< '0', '1', '-' and '~'; as wide as .o
+  std::optional<std::string> phase;
+  std::optional<std::string> commentPhase;  ///< #.phase; read and kept, used by nothing
+  std::array<std::string, propertyWords.size()> properties;  ///< whole lines; empty for none
+  std::vector<StateBits> stateBits;
+
+  NameTable& table(NameKind kind) { return tables_[static_cast<std::size_t>(kind)]; }
+  const NameTable& table(NameKind kind) const { return tables_[static_cast<std::size_t>(kind)]; }
+  int count(NameKind kind) const { return table(kind).count; }
+
+  /// Record i of a kind; an empty name where the table has no such record.
+  const PlaName& name(NameKind kind, int i) const;
+
+  /// The text of record i, or none if i is not below the kind's count.
+  std::optional<std::string> nameText(NameKind kind, int i, NameFormat format) const;
+
+  /// The phase character of an output column, '1' where the file gives none.
+  char phaseOf(int column) const;
+
+  /// Reads a whole file. Messages go straight to the console, in the order of the faults.
+  /// Fatal if the file can't be used: a fault that stops the reading, or .i or .o missing.
+  Status read(std::istream& stream, const Console& console);
+
+  /// Makes the row tables, if they don't exist, at the present counts. Fatal, with a message on
+  /// the console, if the inputs or outputs are not declared; then there are no tables.
+  Status allocateRows(const Console& console);
+
+  /// Sets an empty file up for an export: tables of cleared records, rows that hold nothing.
+  /// Answers as allocateRows does.
+  Status prepare(int inputs, int outputs, int pins, int nodes, int terms, PlaType type,
+                 const Console& console);
+
+  /// Cuts the row tables to n rows, which keep their order.
+  void truncateRows(int n);
+
+  /// Writes the file. A DATE property that is empty becomes the present time first. No write is
+  /// tested: the state of the stream is the caller's to look at.
+  void write(std::ostream& stream);
+
+ private:
+  std::array<NameTable, 5> tables_;
+  bool rowsExist_ = false;
+};
+
+}  // namespace ostrel

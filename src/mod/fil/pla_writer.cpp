@@ -1,0 +1,119 @@
+// Writing a PLA file: the order of the lines and the wrapping of the name lists are part of the
+// format that the next tool reads.
+#include <algorithm>
+#include <array>
+#include <ctime>
+#include <ostream>
+
+#include "fil/pla_file.h"
+#include "run/clock.h"
+
+namespace ostrel {
+namespace {
+
+constexpr std::size_t wrapColumn = 80;
+
+/// A list of names, each behind one blank, that goes to a new line in front of a name that would
+/// pass the wrap column. A percent mark doesn't count for the name in front of it.
+class NameList {
+ public:
+  NameList(std::ostream& stream, std::size_t startColumn) : stream_(stream), column_(startColumn) {}
+
+  void add(const PlaName& name, NameFormat format, bool withPercent) {
+    const std::string text = name.format(format);
+    if (column_ + text.size() > wrapColumn) {
+      stream_ << '\n';
+      column_ = 0;
+    }
+    stream_ << ' ' << text;
+    column_ += text.size() + 1;
+    if (withPercent && name.percent) {
+      stream_ << '%';
+      ++column_;
+    }
+  }
+
+ private:
+  std::ostream& stream_;
+  std::size_t column_;
+};
+
+void writeNames(std::ostream& stream, const PlaFile& file, NameKind kind, std::size_t startColumn,
+                NameFormat format) {
+  NameList list(stream, startColumn);
+  for (const PlaName& name : file.table(kind).records) {
+    list.add(name, format, kind == NameKind::Output);
+  }
+  stream << '\n';
+}
+
+void writeHeader(std::ostream& stream, const PlaFile& file) {
+  for (const std::string& property : file.properties) {
+    if (!property.empty()) stream << property << '\n';
+  }
+  if (file.count(NameKind::Pin) != 0) {
+    stream << "#$ PINS " << file.count(NameKind::Pin);
+    writeNames(stream, file, NameKind::Pin, 12, NameFormat::WithPin);
+  }
+  if (file.count(NameKind::Node) != 0) {
+    stream << "#$ NODES " << file.count(NameKind::Node);
+    writeNames(stream, file, NameKind::Node, 13, NameFormat::WithPin);
+  }
+  if (file.count(NameKind::Flipflop) != 0) {
+    stream << "#$ FLIPFLOPS " << file.count(NameKind::Flipflop);
+    for (const PlaName& name : file.table(NameKind::Flipflop).records) {
+      stream << ' ' << name.format(NameFormat::WithoutPin);
+    }
+    stream << '\n';
+  }
+  for (const StateBits& group : file.stateBits) {
+    stream << "#$ STATEBITS " << group.count;
+    for (const std::string& name : group.names) stream << ' ' << name;
+    stream << '\n';
+  }
+}
+
+void writePhase(std::ostream& stream, const PlaFile& file) {
+  if (file.phase) stream << ".phase " << *file.phase << '\n';
+}
+
+/// f and fd say with 0 that a row is silent on a column, and the reader turns that back.
+void writeTerms(std::ostream& stream, const PlaFile& file) {
+  const bool silentIsZero = file.type == PlaType::f || file.type == PlaType::fd;
+  std::string line;
+  for (std::size_t i = 0; i < file.inputRows.size(); ++i) {
+    line.assign(file.inputRows.row(i));
+    line += ' ';
+    const auto outputs = static_cast<std::ptrdiff_t>(line.size());
+    line += file.outputRows.row(i);
+    if (silentIsZero) std::replace(line.begin() + outputs, line.end(), '~', '0');
+    line += '\n';
+    stream.write(line.data(), static_cast<std::streamsize>(line.size()));
+  }
+}
+
+}  // namespace
+
+void PlaFile::write(std::ostream& stream) {
+  static constexpr std::array<std::string_view, 4> typeWords = {"f", "fd", "fr", "fdr"};
+  if (properties[propertyDate].empty()) {
+    properties[propertyDate] = "#$ DATE " + timeText(std::time(nullptr));
+  }
+  writeHeader(stream, *this);
+  stream << ".type " << typeWords[static_cast<std::size_t>(type)] << '\n';
+  stream << ".i " << count(NameKind::Input) << "\n.o " << count(NameKind::Output) << '\n';
+  if (table(NameKind::Input).exists) {
+    stream << ".ilb";
+    writeNames(stream, *this, NameKind::Input, 5, NameFormat::WithoutPin);
+  }
+  if (table(NameKind::Output).exists) {
+    stream << ".ob";
+    writeNames(stream, *this, NameKind::Output, 4, NameFormat::WithoutPin);
+  }
+  writePhase(stream, *this);
+  stream << ".p " << termCount << '\n';
+  writeTerms(stream, *this);
+  stream << ".end\n";
+}
+
+}  // namespace ostrel

@@ -1,0 +1,197 @@
+#include "run/command_line.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <utility>
+#include <variant>
+
+#include "run/option_files.h"
+#include "run/text.h"
+
+namespace ostrel {
+namespace {
+
+// What an option does with the words behind it.
+struct NextPlainWord {  // the next word without '-', however far behind
+  std::string Options::*field;
+};
+struct SetChoice {
+  SetSelector Options::*field;
+};
+struct YesNo {
+  bool Options::*field;
+};
+struct Flag {  // takes no value
+  bool Options::*field;
+};
+struct Number {  // a first value, replaced by a number that is not below `least`
+  int Options::*field;
+  int first;
+  int least;
+};
+
+struct OptionRow {
+  std::string_view word;
+  std::size_t characters;  // places that are compared; wholeWord for all
+  std::variant<NextPlainWord, SetChoice, YesNo, Flag, Number> value;
+};
+
+constexpr std::size_t wholeWord = std::string_view::npos;
+
+// The first row that matches acts, so the order counts.
+constexpr std::array<OptionRow, 24> optionTable = {{
+    {"-input", 4, NextPlainWord{&Options::input}},
+    {"-output", 4, NextPlainWord{&Options::output}},
+    {"-log", wholeWord, NextPlainWord{&Options::log}},
+    {"-err", wholeWord, NextPlainWord{&Options::err}},
+    {"-mod", wholeWord, NextPlainWord{&Options::module}},
+    {"-percent", 4, NextPlainWord{&Options::percentFile}},
+    {"-type", 4, SetChoice{&Options::type}},
+    {"-ck", 3, SetChoice{&Options::ckMode}},
+    {"-ce", 3, SetChoice{&Options::ceMode}},
+    {"-ar", 3, SetChoice{&Options::arMode}},
+    {"-ap", 3, SetChoice{&Options::apMode}},
+    {"-oe", 3, SetChoice{&Options::oeMode}},
+    {"-xor", 4, YesNo{&Options::xorSynthesis}},
+    {"-reduce", 4, YesNo{&Options::reduce}},
+    {"-nxt", 4, Flag{&Options::noXorOnT}},
+    {"-ff_inv", 4, YesNo{&Options::ffBeforeInverter}},
+    {"-sr", 4, YesNo{&Options::swapSetReset}},
+    {"-ifb", 4, YesNo{&Options::internalFeedback}},
+    {"-speed", 4, YesNo{&Options::speed}},
+    {"-GUI", 4, Flag{&Options::gui}},
+    {"-split", 4, Number{&Options::splitMax, 16, 0}},
+    {"-share", 4, Number{&Options::shareMin, 2, 1}},
+    {"-clust", 4, Number{&Options::clusterSize, 5, 1}},
+    {"-invert", 4, YesNo{&Options::invert}},
+}};
+
+bool isOptionWord(std::string_view word) {
+  return word.starts_with('-');
+}
+
+/// The word behind an option, if it is a value; then the place moves on to it.
+const std::string* valueWord(std::size_t& index, std::span<const std::string> words) {
+  if (index + 1 >= words.size() || isOptionWord(words[index + 1])) return nullptr;
+  return &words[++index];
+}
+
+/// The walk over the words from the first option on.
+class Walk {
+ public:
+  Walk(std::span<const std::string> words, Options& options) : words_(words), options_(options) {}
+
+  void run() {
+    for (index_ = 1; index_ < words_.size(); ++index_) {
+      if (isOptionWord(words_[index_])) {
+        applyOption(words_[index_]);
+      } else if (pending_ != nullptr) {
+        options_.*std::exchange(pending_, nullptr) = words_[index_];
+      }
+    }
+  }
+
+ private:
+  void applyOption(std::string_view word) {
+    const auto row = std::find_if(optionTable.begin(), optionTable.end(), [&](const OptionRow& r) {
+      return compareNoCaseN(word, r.word, r.characters) == 0;
+    });
+    if (row != optionTable.end()) {
+      std::visit([this](const auto& value) { take(value); }, row->value);
+    }
+  }
+
+  void take(NextPlainWord option) {
+    pending_ = option.field;
+    if (option.field == &Options::percentFile) options_.percent = true;
+  }
+  void take(SetChoice option) {
+    options_.*option.field = setChoiceOption(index_, words_, SetSelector::On);
+  }
+  void take(YesNo option) { options_.*option.field = boolOption(index_, words_, true); }
+  void take(Flag option) { options_.*option.field = true; }
+  void take(Number option) {
+    const int n = intOption(index_, words_, -1);
+    options_.*option.field = n >= option.least ? n : option.first;
+    if (option.field == &Options::splitMax) options_.shareMin = 2;
+  }
+
+  std::span<const std::string> words_;
+  Options& options_;
+  std::size_t index_ = 0;
+  std::string Options::*pending_ = nullptr;
+};
+
+}  // namespace
+
+int intOption(std::size_t& index, std::span<const std::string> words, int fallback) {
+  const std::string* word = valueWord(index, words);
+  if (word == nullptr) return fallback;
+  const char* first = word->data();
+  const char* last = first + word->size();
+  first = std::find_if_not(first, last, isSpace);
+  if (first != last && *first == '+') ++first;
+  int number = 0;  // what a word without digits gives
+  const bool tooLarge = std::from_chars(first, last, number).ec == std::errc::result_out_of_range;
+  return tooLarge ? fallback : number;
+}
+
+bool boolOption(std::size_t& index, std::span<const std::string> words, bool fallback) {
+  const std::string* word = valueWord(index, words);
+  if (word == nullptr) return fallback;
+  for (const std::string_view yes : {"ON", "YES", "TRUE"}) {
+    if (equalNoCase(*word, yes)) return true;
+  }
+  for (const std::string_view no : {"OFF", "NO", "FALSE", "NONE"}) {
+    if (equalNoCase(*word, no)) return false;
+  }
+  return fallback;
+}
+
+SetSelector setChoiceOption(std::size_t& index, std::span<const std::string> words,
+                            SetSelector fallback) {
+  static constexpr std::array<std::pair<std::string_view, SetSelector>, 6> choices = {
+      {{"F", SetSelector::On},
+       {"R", SetSelector::Off},
+       {"FR", SetSelector::Smaller},
+       {"ON", SetSelector::On},
+       {"OFF", SetSelector::Off},
+       {"MIN", SetSelector::Smaller}}};
+  const std::string* word = valueWord(index, words);
+  if (word == nullptr) return fallback;
+  for (const auto& [text, choice] : choices) {
+    if (equalNoCase(*word, text)) return choice;
+  }
+  return fallback;
+}
+
+std::string deriveOutputName(std::string_view input) {
+  std::string output(input);
+  if (!output.empty()) {
+    output.back() = static_cast<char>(static_cast<unsigned char>(output.back()) + 1);
+  }
+  return output;
+}
+
+CommandLine parseCommandLine(std::vector<std::string> words) {
+  CommandLine line;
+  if (words.size() < 2) {
+    line.result = ParseResult::TooFewWords;
+    return line;
+  }
+  if (words.size() < 3 && words[1].starts_with("-h")) {
+    line.result = ParseResult::Help;
+    return line;
+  }
+  line.optionFileLevel = expandOptionFiles(words, maxOptionFileLevel);
+  if (words.size() < 3) {
+    line.result = ParseResult::TooFewWords;
+    return line;
+  }
+  Walk(words, line.options).run();
+  if (line.options.output.empty()) line.options.output = deriveOutputName(line.options.input);
+  return line;
+}
+
+}  // namespace ostrel

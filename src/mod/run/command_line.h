@@ -1,0 +1,43 @@
+// From the words of the command line to the options of the run.
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "run/options.h"
+
+namespace ostrel {
+
+enum class ParseResult {
+  Run = 0,
+  Help = 1,         ///< -h, or a longer word beginning so, as the only argument
+  TooFewWords = -1  ///< an option and one more word must stand on the line
+};
+
+/// What a command line asks for.
+struct CommandLine {
+  ParseResult result = ParseResult::Run;
+  Options options;
+  int optionFileLevel = 0;  ///< passes made over @ words; at maxOptionFileLevel words can be left
+};
+
+/// Reads the words, the program's name first, with the option files that they name. The parser is
+/// lenient: an unknown option, a stray word or a bad value earns no message, and the option then
+/// keeps its default.
+CommandLine parseCommandLine(std::vector<std::string> words);
+
+/// The name of the output for an input: its last character replaced by the next one, so that
+/// `design.tt2` gives `design.tt3`. Empty for an empty name.
+std::string deriveOutputName(std::string_view input);
+
+/// Value readers: `index` is the place of an option word. If the next word is a value (it exists
+/// and doesn't begin with '-'), index moves on to it, whatever it says; otherwise the fallback is
+/// the answer.
+int intOption(std::size_t& index, std::span<const std::string> words, int fallback);
+bool boolOption(std::size_t& index, std::span<const std::string> words, bool fallback);
+SetSelector setChoiceOption(std::size_t& index, std::span<const std::string> words,
+                            SetSelector fallback);
+
+}  // namespace ostrel

@@ -1,0 +1,11 @@
+#include "run/console.h"
+
+#include <iostream>
+
+namespace ostrel {
+
+Console standardConsole() {
+  return {std::cout, std::cerr};
+}
+
+}  // namespace ostrel

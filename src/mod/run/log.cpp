@@ -1,0 +1,92 @@
+#include "run/log.h"
+
+#include <cstdarg>
+#include <cstdio>
+#include <fstream>
+#include <iostream>
+#include <memory>
+
+#include "run/same_file.h"
+
+namespace ostrel {
+namespace {
+
+/// One channel: a file of its own, a console stream, or nothing.
+class LogStream {
+ public:
+  void open(const std::string& name, std::ostream& fallback, const std::string& input) {
+    close();
+    if (name.empty()) {
+      stream_ = &fallback;
+    } else if (!isSameFile(name, input)) {
+      file_ = std::make_unique<std::ofstream>(name, std::ios::trunc);
+      if (file_->is_open()) stream_ = file_.get();
+    }
+  }
+
+  void write(std::string_view text) {
+    if (stream_ != nullptr) *stream_ << text;
+  }
+
+  void close() {
+    if (stream_ != nullptr) stream_->flush();
+    file_.reset();
+    stream_ = nullptr;
+  }
+
+ private:
+  std::unique_ptr<std::ofstream> file_;
+  std::ostream* stream_ = nullptr;
+};
+
+struct Channels {
+  LogStream log;
+  LogStream err;
+  bool debugMessages = false;  // nothing turns it on
+};
+
+Channels& channels() {
+  static Channels instance;
+  return instance;
+}
+
+std::string formatText(const char* format, std::va_list arguments) {
+  std::va_list again;
+  va_copy(again, arguments);
+  const int length = std::vsnprintf(nullptr, 0, format, arguments);
+  std::string text(length > 0 ? static_cast<std::size_t>(length) : 0, '\0');
+  // One more character: vsnprintf ends with a NUL, and the string has room for it.
+  std::vsnprintf(text.data(), text.size() + 1, format, again);
+  va_end(again);
+  return text;
+}
+
+}  // namespace
+
+void logMessage(unsigned mask, const char* format, ...) {
+  std::va_list arguments;
+  va_start(arguments, format);
+  logText(mask, formatText(format, arguments));
+  va_end(arguments);
+}
+
+void logText(unsigned mask, std::string_view text) {
+  Channels& to = channels();
+  if ((mask & DebugGate) != 0 && !to.debugMessages) return;
+  if ((mask & ConsoleOut) != 0) std::cout << text;
+  if ((mask & ConsoleErr) != 0) std::cerr << text;
+  if ((mask & ErrorChannel) != 0) to.err.write(text);
+  if ((mask & LogChannel) != 0) to.log.write(text);
+}
+
+void openLog(const std::string& logName, const std::string& errName, const std::string& input) {
+  channels().log.open(logName, std::cout, input);
+  channels().err.open(errName, std::cerr, input);
+}
+
+void closeLog() {
+  channels().log.close();
+  channels().err.close();
+}
+
+}  // namespace ostrel

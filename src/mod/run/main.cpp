@@ -1,0 +1,10 @@
+#include <string>
+#include <vector>
+
+#include "run/out_of_memory.h"
+#include "run/run.h"
+
+int main(int argc, char* argv[]) {
+  ostrel::installOutOfMemory();
+  return ostrel::runProgram(std::vector<std::string>(argv, argv + argc));
+}

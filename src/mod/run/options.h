@@ -1,0 +1,61 @@
+// The settings of a run.
+#pragma once
+
+#include <string>
+
+namespace ostrel {
+
+/// Which set of an Equation is meant: the choices of -ck, -ce, -ar, -ap and -oe, and the argument
+/// of every operation that works on sets.
+enum class SetSelector : unsigned char {
+  Off = 0,
+  On = 1,
+  Both = 2,  ///< both sets, or the smaller of the two, as the operation says
+  Smaller = Both,
+};
+
+/// Written by parseCommandLine alone and only read from then on.
+struct Options {
+  std::string input;
+  std::string output;       ///< derived from the input's name if not given
+  std::string percentFile;  ///< the companion without percent marks
+  std::string log;          ///< empty: standard output
+  std::string err;          ///< empty: standard error
+  std::string module;       ///< if not empty, replaces the MODULE property
+
+  SetSelector type = SetSelector::On;  ///< accepted and read by nothing
+
+  // Control equations: product terms allowed (no option changes that) and the set to keep.
+  int ckLimit = 1;
+  SetSelector ckMode = SetSelector::On;
+  int ceLimit = 1;
+  SetSelector ceMode = SetSelector::On;
+  int arLimit = 1;
+  SetSelector arMode = SetSelector::On;
+  int apLimit = 1;
+  SetSelector apMode = SetSelector::On;
+  int oeLimit = 1;
+  SetSelector oeMode = SetSelector::On;
+
+  int splitMax = 0;               ///< most product terms of an equation; below 2 no splitting
+  int shareMin = 0;               ///< least equations and terms that are worth sharing
+  int clusterSize = 5;            ///< product terms of a cluster of the target device
+  bool xorSynthesis = false;      ///< -xor
+  bool noXorOnT = false;          ///< -nxt: no XOR synthesis on T registers
+  bool ffBeforeInverter = false;  ///< -ff_inv
+  bool swapSetReset = true;       ///< -sr
+  bool speed = false;             ///< -speed: splitting without the search for shared terms
+  bool reduce = true;             ///< -reduce none clears it
+  bool invert = true;             ///< -invert
+  bool internalFeedback = true;   ///< -ifb
+  bool percent = false;           ///< -percent: inverted outputs carry '%' in place of '-'
+  bool gui = false;               ///< -GUI: a monitoring host runs this process
+};
+
+/// The options of the present run.
+const Options& options();
+
+/// Replaces the options of the present run; for the command line parser and for tests.
+void setOptions(Options values);
+
+}  // namespace ostrel

@@ -1,0 +1,29 @@
+#include "run/out_of_memory.h"
+
+#include <cstdlib>
+#include <new>
+
+#include "run/log.h"
+
+namespace ostrel {
+namespace {
+
+// Nothing in this process gives memory back in the meantime, so a try is for other processes to
+// end; a script should not wait long for that.
+constexpr int maxTries = 4;
+
+void outOfMemory() {
+  static int tries = 0;
+  logText(toErrorAndLog, "<ERROR> K52700: failed to allocate memory\n");
+  if (++tries < maxTries) return;
+  closeLog();
+  std::_Exit(2);
+}
+
+}  // namespace
+
+void installOutOfMemory() {
+  std::set_new_handler(outOfMemory);
+}
+
+}  // namespace ostrel

@@ -1,0 +1,19 @@
+// The second output of a run with -percent.
+#pragma once
+
+#include <iosfwd>
+#include <string>
+
+namespace ostrel {
+
+/// Copies a PLA file up to its end or a NUL character, with each '%' of an .ob block replaced by
+/// '-'. The block reaches from the word ".ob" to the next word ".p", wherever they stand.
+void copyWithoutPercent(std::istream& from, std::ostream& to);
+
+/// Writes the companion `outputName` of the run's output `inputName`. If the names mean one file,
+/// if the companion would replace the run's own input, or if a file can't be opened, a warning
+/// names the companion and nothing is written.
+void writePercentCompanion(const std::string& inputName, const std::string& outputName,
+                           const std::string& runInput);
+
+}  // namespace ostrel

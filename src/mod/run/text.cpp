@@ -1,0 +1,35 @@
+#include "run/text.h"
+
+#include <cstdint>
+
+namespace ostrel {
+
+std::string toUpper(std::string_view text) {
+  std::string result(text);
+  for (char& c : result) c = toUpper(c);
+  return result;
+}
+
+int compareNoCaseN(std::string_view a, std::string_view b, std::size_t n) {
+  for (std::size_t i = 0; i < n; ++i) {
+    const int x = i < a.size() ? static_cast<unsigned char>(toUpper(a[i])) : 0;
+    const int y = i < b.size() ? static_cast<unsigned char>(toUpper(b[i])) : 0;
+    if (x != y) return x - y;
+    if (i >= a.size()) break;
+  }
+  return 0;
+}
+
+int compareNoCase(std::string_view a, std::string_view b) {
+  return compareNoCaseN(a, b, std::string_view::npos);
+}
+
+std::size_t NoCaseHash::operator()(std::string_view text) const {
+  std::uint64_t h = 0xCBF29CE484222325;  // FNV-1a
+  for (const char c : text) {
+    h = (h ^ static_cast<unsigned char>(toUpper(c))) * 0x100000001B3;
+  }
+  return static_cast<std::size_t>(h);
+}
+
+}  // namespace ostrel
