@@ -1,0 +1,166 @@
+#include "equation/equation.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "run/log.h"
+
+namespace ostrel {
+namespace {
+
+// A missing set is worked out only up to this measure (columns in use squared, times terms): the
+// complement of a wide function can be exponentially longer than the function.
+constexpr std::int64_t complexityLimit = 4096;
+
+bool isUniversal(Cover cover, const TermTable& terms) {
+  return terms.cube(cover).literalCount() == 0;
+}
+
+}  // namespace
+
+Equation::Equation(const Equation& source, XorHalf role)
+    : owner(source.owner),
+      name(source.name),
+      extension(source.extension),
+      polarity(source.polarity),
+      xorRole(role),
+      terms_(source.terms_),
+      onSet_(source.onSet_),
+      offSet_(source.offSet_),
+      support_(source.support_) {}
+
+Status Equation::readColumn(const PlaFile& file, int column, ColumnSets sets) {
+  const PlaName& columnName = file.name(NameKind::Output, column);
+  if (extension != Extension::End) {
+    logMessage(toErrorAndLog,
+               "<ERROR> %s: %s has conflicting functions or DOT extensions (%s and %s)\n", toolTag,
+               columnName.base.c_str(), extensionText(columnName.extension).data(),
+               extensionText(extension).data());
+    return Status::Fatal;
+  }
+  extension = columnName.extension;
+  polarity = columnName.polarity;
+  if (xorRole == XorHalf::None) xorRole = columnName.xorHalf;
+  if (columnName.percent) togglePolarity();
+  phase = file.phaseOf(column);
+  onSet_ = std::move(sets.on);
+  offSet_ = std::move(sets.off);
+  if (isEmpty() && file.type == PlaType::f) addOffCover(terms_->cover(Cube()));
+  return Status::Ok;
+}
+
+int Equation::termCount(SetSelector selector) const {
+  if (selector == SetSelector::On) return onCount();
+  if (selector == SetSelector::Off) return offCount();
+  if (onSet_.empty()) return offCount();
+  return offSet_.empty() ? onCount() : std::min(onCount(), offCount());
+}
+
+bool Equation::isConstant(Constant constant) const {
+  if (onCount() + offCount() > 1) return false;
+  if (polarity == Polarity::Inverted && constant != Constant::Either) {
+    constant = constant == Constant::Zero ? Constant::One : Constant::Zero;
+  }
+  if (constant == Constant::Zero && !onSet_.empty()) return false;
+  if (constant == Constant::One && onSet_.empty()) return false;
+  const CoverChain& chain = onSet_.empty() ? offSet_ : onSet_;
+  return chain.empty() || isUniversal(chain.front(), *terms_);
+}
+
+bool Equation::isControl() const {
+  static constexpr std::array notControl = {
+      Extension::None, Extension::J,  Extension::K,  Extension::D,   Extension::T,
+      Extension::Q,    Extension::L,  Extension::LD, Extension::PIN, Extension::FB,
+      Extension::REG,  Extension::CP, Extension::X1, Extension::X2,  Extension::COM};
+  return std::find(notControl.begin(), notControl.end(), extension) == notControl.end();
+}
+
+bool Equation::isTooComplex() const {
+  const auto columns = static_cast<std::int64_t>(supportSize());
+  return columns * columns * (onCount() + offCount()) > complexityLimit;
+}
+
+bool Equation::sameFunction(const Equation& other) const {
+  return (!onSet_.empty() && sameTerms(onSet_, other.onSet_)) ||
+         (!offSet_.empty() && sameTerms(offSet_, other.offSet_));
+}
+
+bool Equation::hasSupport() const {
+  return support_.length != 0 && support_.revision == terms_->revision();
+}
+
+void Equation::computeSupport() {
+  if (onSet_.empty() || hasSupport()) return;
+  support_.columns.clear();
+  support_.length = terms_->width();
+  support_.revision = terms_->revision();
+  ostrel::markUsedColumns(onSet_, *terms_, support_.columns);
+}
+
+void Equation::markUsedColumns(ColumnSet& columns) {
+  computeSupport();
+  if (hasSupport()) columns.insertAll(support_.columns);
+}
+
+void Equation::clearOnSet() {
+  if (!isConstant(Constant::One)) onSet_.clear();
+}
+
+void Equation::clearOffSet() {
+  if (!isConstant(Constant::Zero)) offSet_.clear();
+}
+
+bool Equation::keepSets(SetSelector selector) {
+  const bool smaller = selector == SetSelector::Smaller;
+  if (selector == SetSelector::On || (smaller && onCount() >= 1 && onCount() <= offCount())) {
+    clearOffSet();
+  }
+  if (selector == SetSelector::Off || (smaller && offCount() >= 1 && offCount() < onCount())) {
+    clearOnSet();
+  }
+  if (!onSet_.empty() || isConstant(Constant::Either)) return false;
+  swapSets();
+  togglePolarity();
+  return true;
+}
+
+void Equation::togglePolarity() {
+  polarity = polarity == Polarity::Inverted ? Polarity::None : Polarity::Inverted;
+}
+
+void Equation::normalizePolarity() {
+  if (polarity != Polarity::Inverted || !isConstant(Constant::Either)) return;
+  swapSets();
+  togglePolarity();
+}
+
+void Equation::swapExtension() {
+  static constexpr std::array<std::pair<Extension, Extension>, 7> twins = {
+      {{Extension::RE, Extension::PR},
+       {Extension::AR, Extension::AP},
+       {Extension::SR, Extension::SP},
+       {Extension::S, Extension::R},
+       {Extension::ASYNC, Extension::SYNC},
+       {Extension::SET, Extension::CLR},
+       {Extension::ASET, Extension::ACLR}}};
+  for (const auto& [a, b] : twins) {
+    if (extension == a || extension == b) {
+      extension = extension == a ? b : a;
+      return;
+    }
+  }
+}
+
+void Equation::renumber(const std::vector<Cover>& renumbered) {
+  for (CoverChain* chain : {&onSet_, &offSet_}) {
+    for (Cover& cover : *chain) cover = renumbered[cover.index];
+  }
+}
+
+void Equation::writeRows(RowMerger& rows, std::size_t column) const {
+  rows.writeToRows(onSet_, column, '1');
+  rows.writeToRows(offSet_, column, '0');
+}
+
+}  // namespace ostrel

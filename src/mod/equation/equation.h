@@ -1,0 +1,184 @@
+// One logic function in two-level form.
+//
+// An Equation holds an ON set (the terms that say when the function is 1), an OFF set (when it is
+// 0), or both, over the input columns of its design. Either set may be missing: it is read from
+// the file, or worked out from the other one when a pass asks for it. A polarity says whether the
+// sets are read as they stand or inverted. ON is the working set of all passes.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string_view>
+
+#include "fil/pla_file.h"
+#include "logic/cover_chain.h"
+#include "logic/cover_list.h"
+#include "logic/row_merger.h"
+#include "logic/term_table.h"
+#include "run/options.h"
+#include "run/status.h"
+
+namespace ostrel {
+
+class Signal;
+
+/// Which constant Equation::isConstant asks for.
+enum class Constant : unsigned char { Zero, One, Either };
+
+/// The two sets that the rows of a file give for one output column, in row order.
+struct ColumnSets {
+  CoverChain on;
+  CoverChain off;
+};
+
+class Equation {
+ public:
+  /// An Equation without terms. `ownName` is not copied and outlives the Equation, as do the
+  /// terms; `ownerSignal` is the Signal that holds it, null for a free-standing one.
+  Equation(TermTable& terms, Signal* ownerSignal, std::string_view ownName)
+      : owner(ownerSignal), name(ownName), terms_(&terms) {}
+
+  /// A copy with another place in an exclusive-or pair; its phase is '1'.
+  Equation(const Equation& source, XorHalf role);
+
+  Signal* owner;
+  std::string_view name;                 ///< of the Signal that buried nodes are named after
+  Extension extension = Extension::End;  ///< End as long as no column was read
+  Polarity polarity = Polarity::None;    ///< only Inverted inverts
+  XorHalf xorRole = XorHalf::None;
+  char phase = '1';  ///< of the output column, written back with it
+
+  // ---- reading ----
+
+  /// Fills the Equation from output column `column` of the file, whose rows gave `sets`. A percent
+  /// mark toggles the polarity. A column without a row is the constant 0 in a file of type f, and
+  /// an empty Equation otherwise. Fatal, with a message, if a column was read before.
+  Status readColumn(const PlaFile& file, int column, ColumnSets sets);
+
+  void addOnCover(Cover cover) { onSet_.push_back(cover); }
+  void addOffCover(Cover cover) { offSet_.push_back(cover); }
+
+  // ---- queries ----
+
+  const CoverChain& onSet() const { return onSet_; }
+  const CoverChain& offSet() const { return offSet_; }
+  int onCount() const { return static_cast<int>(onSet_.size()); }
+  int offCount() const { return static_cast<int>(offSet_.size()); }
+  bool isEmpty() const { return onSet_.empty() && offSet_.empty(); }
+
+  /// The number of terms of a set; for Smaller the smaller count that isn't 0, or 0.
+  int termCount(SetSelector selector) const;
+
+  /// True if the Equation is the constant. Without terms it is 0, or 1 if it is inverted.
+  bool isConstant(Constant constant) const;
+
+  /// True for the function of a clock, enable, reset, set or output enable, by the extension.
+  bool isControl() const;
+
+  /// True if the square of the columns in use times the terms of both sets passes 4096: then no
+  /// missing set is worked out.
+  bool isTooComplex() const;
+
+  /// True if the ON sets, or the OFF sets, are not empty and hold the same terms.
+  bool sameFunction(const Equation& other) const;
+
+  // ---- support: the columns that the ON set uses ----
+
+  /// Works the support out, unless it is there. It describes the ON set of that moment: only a
+  /// change of columns drops it, and neither minimisation nor an exchange of sets refreshes it.
+  void computeSupport();
+
+  /// Adds the support to `columns`, which keeps what it has.
+  void markUsedColumns(ColumnSet& columns);
+
+  // ---- choice of sets ----
+
+  /// Drops a set, unless it stands for a constant: the ON set of a constant 1, the OFF set of a
+  /// constant 0.
+  void clearOnSet();
+  void clearOffSet();
+
+  /// Keeps the set that the selector names (for Smaller the smaller one, ON on a tie), and brings
+  /// a lone OFF set into ON form by inversion. True if that changed the polarity.
+  bool keepSets(SetSelector selector);
+
+  /// Exchanges the sets, which complements the function.
+  void swapSets() { onSet_.swap(offSet_); }
+
+  /// Inverted becomes None, every other polarity Inverted.
+  void togglePolarity();
+
+  /// Brings an inverted constant into plain form.
+  void normalizePolarity();
+
+  /// Replaces a reset extension by its set twin and the other way round.
+  void swapExtension();
+
+  /// Minimises the wanted sets that are there, then works out a wanted one that is missing as the
+  /// complement of the other. False, with nothing changed, if a set is missing and isTooComplex.
+  bool reduce(SetSelector selector);
+
+  // ---- columns ----
+
+  /// Replaces every term by its successor after a deletion of columns.
+  void renumber(const std::vector<Cover>& renumbered);
+
+  // ---- splitting ----
+
+  /// Adds the terms of the ON set to `target`, in order.
+  void collectCovers(CoverList& target) const;
+
+  /// Rearranges both sets so that terms which read the same columns stand together.
+  void orderCovers();
+
+  /// The use counts in `list` of all terms of the ON set, added up.
+  int sharedUse(const CoverList& list) const;
+
+  /// The first term of the ON set with the highest use count in `list`, none if no term is there.
+  std::optional<Cover> mostSharedCover(const CoverList& list) const;
+
+  /// True if the set holds the term.
+  bool hasCover(Cover cover, SetSelector set) const;
+
+  /// Replaces the listed terms of the ON set by one literal of `column`, "0" for an inverted
+  /// polarity and "1" otherwise, at the end of the chain, and drops the OFF set. False, with
+  /// nothing changed, if a term is missing, or with `exact` if the list isn't the whole set.
+  bool substituteNode(std::span<const Cover> list, std::size_t column, Polarity nodePolarity,
+                      bool exact);
+
+  /// Drops the later copies of equal terms from the ON set.
+  void dropRepeatedCovers();
+
+  // ---- exclusive-or synthesis ----
+
+  /// Writes the function as the exclusive OR of a left operand, a single product term, and a right
+  /// operand, a sum of products, and stores both in the places. False if no pair was found; the
+  /// places may then be filled all the same. The Equation's function stays, but it may have been
+  /// brought to polarity None, with an OFF set of its own.
+  bool decomposeXor(std::unique_ptr<Equation>& left, std::unique_ptr<Equation>& right);
+
+  // ---- export ----
+
+  /// Writes the ON set with marks "1" and the OFF set with marks "0" into an output column.
+  void writeRows(RowMerger& rows, std::size_t column) const;
+
+ private:
+  struct Support {
+    ColumnSet columns;
+    std::size_t length = 0;  // columns of the design at the time
+    std::uint32_t revision = 0;
+  };
+  bool hasSupport() const;
+  bool bringToPlainForm();
+  std::unique_ptr<Equation> makeXorOperand(std::span<const Cube> cubes, const ColumnMap& map,
+                                           XorHalf role) const;
+  std::size_t supportSize() const { return hasSupport() ? support_.columns.size() : 0; }
+
+  TermTable* terms_;
+  CoverChain onSet_;
+  CoverChain offSet_;
+  Support support_;
+};
+
+}  // namespace ostrel

@@ -1,0 +1,57 @@
+// Chains of product terms: the ON or OFF set of an Equation, in order.
+//
+// The order of a chain is significant: it is the order of the rows in the file, and every tie of
+// the later passes goes to the term that stands first.
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <vector>
+
+#include "logic/term_table.h"
+#include "minimizer/column_set.h"
+
+namespace ostrel {
+
+using CoverChain = std::vector<Cover>;
+
+/// Adds every column that a term of the chain reads to `columns`, which keeps what it has.
+void markUsedColumns(std::span<const Cover> chain, const TermTable& terms, ColumnSet& columns);
+
+/// True if some term of the chain equals `cover`.
+bool chainHasText(std::span<const Cover> chain, Cover cover);
+
+/// True if the chains are equally long and every term of each stands in the other.
+bool sameTerms(std::span<const Cover> a, std::span<const Cover> b);
+
+/// Takes the first term that equals each entry of `listed` out of the chain, entry by entry. The
+/// last term of a chain is never taken: an Equation isn't emptied this way.
+void removeListed(CoverChain& chain, std::span<const Cover> listed);
+
+/// The chain minimised over the columns that it uses, by joining of neighbours and subsumption;
+/// its order is that of minimizeList.
+CoverChain minimizeChain(std::span<const Cover> chain, TermTable& terms);
+
+/// What the chain doesn't cover, over the columns that it uses; empty for a tautology.
+CoverChain complementChain(std::span<const Cover> chain, TermTable& terms);
+
+/// From the columns of a design to those that one function uses, and back.
+class ColumnMap {
+ public:
+  /// `used` are columns below `width`; their ranks in ascending order are the narrow columns.
+  ColumnMap(const ColumnSet& used, std::size_t width);
+
+  std::size_t narrowWidth() const { return toWide_.size(); }
+
+  /// A cube with the narrow columns only; it has no literal in any other column.
+  Cube narrow(const Cube& wide) const;
+
+  /// The cube in the columns of the design; those not used are dashes.
+  Cube widen(const Cube& narrow) const;
+
+ private:
+  std::vector<std::size_t> toNarrow_;  // meaningful for a column in use only
+  std::vector<std::size_t> toWide_;
+};
+
+}  // namespace ostrel

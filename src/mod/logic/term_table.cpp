@@ -1,0 +1,62 @@
+#include "logic/term_table.h"
+
+#include <utility>
+
+namespace ostrel {
+
+Cover TermTable::cover(const Cube& cube) {
+  std::size_t slot = findSlot(cube);
+  if (slots_[slot] == 0) {
+    cubes_.push_back(cube);
+    if (2 * cubes_.size() > slots_.size()) {
+      enterAll(2 * slots_.size(), cubes_.size() - 1);
+      slot = findSlot(cube);
+    }
+    slots_[slot] = static_cast<std::uint32_t>(cubes_.size());
+  }
+  return Cover{slots_[slot] - 1};
+}
+
+/// The slot that holds the cube, or the free one where it belongs.
+std::size_t TermTable::findSlot(const Cube& cube) const {
+  const std::size_t mask = slots_.size() - 1;
+  std::size_t slot = cube.hash() & mask;
+  while (slots_[slot] != 0 && !(cubes_[slots_[slot] - 1] == cube)) slot = (slot + 1) & mask;
+  return slot;
+}
+
+/// Makes the slots anew and enters the first `cubeCount` cubes, which are distinct.
+void TermTable::enterAll(std::size_t slotCount, std::size_t cubeCount) {
+  slots_.assign(slotCount, 0);
+  for (std::size_t i = 0; i < cubeCount; ++i) {
+    slots_[findSlot(cubes_[i])] = static_cast<std::uint32_t>(i + 1);
+  }
+}
+
+std::vector<Cover> TermTable::deleteColumns(const ColumnSet& columns) {
+  std::vector<std::uint32_t> newColumn(width_);
+  std::uint32_t next = 0;
+  for (std::size_t c = 0; c < width_; ++c) newColumn[c] = columns.contains(c) ? next : next++;
+
+  const std::vector<Cube> old = std::exchange(cubes_, {});
+  slots_.assign(16, 0);
+  std::vector<Cover> renumbered;
+  renumbered.reserve(old.size());
+  for (const Cube& cube : old) {
+    Cube narrower;
+    cube.forEachLiteral([&](std::size_t column, char literal) {
+      if (!columns.contains(column)) narrower.set(newColumn[column], literal);
+    });
+    renumbered.push_back(cover(narrower));
+  }
+  width_ -= columns.size();
+  ++revision_;
+  return renumbered;
+}
+
+void TermTable::invertColumns(const ColumnSet& columns) {
+  for (Cube& cube : cubes_) columns.forEach([&cube](std::size_t c) { cube.invert(c); });
+  enterAll(slots_.size(), cubes_.size());
+}
+
+}  // namespace ostrel

@@ -1,0 +1,69 @@
+// The unique table of product terms: one entry for each cube that a design ever holds.
+//
+// Terms are compared, counted and looked up far more often than they are looked into. So each
+// distinct cube is stored once and named by a small handle, a Cover; equal terms have equal
+// handles, whatever Equation they stand in. A new column at the end costs nothing, since a cube
+// stores no dashes.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "minimizer/column_set.h"
+#include "minimizer/cube.h"
+
+namespace ostrel {
+
+/// One product term: a handle into the TermTable of its design. Two Covers are the same term
+/// exactly when they are equal.
+struct Cover {
+  std::uint32_t index = 0;
+  friend bool operator==(Cover, Cover) = default;
+  friend auto operator<=>(Cover, Cover) = default;
+};
+
+class TermTable {
+ public:
+  /// An empty table for terms of `width` columns.
+  explicit TermTable(std::size_t width = 0) : width_(width), slots_(16, 0) {}
+
+  /// The term of a cube; equal cubes give equal terms.
+  Cover cover(const Cube& cube);
+
+  /// The cube of a term, valid until the next change of the table.
+  const Cube& cube(Cover cover) const { return cubes_[cover.index]; }
+
+  /// Columns of every term.
+  std::size_t width() const { return width_; }
+
+  /// Number of distinct terms so far; each Cover's index is below it.
+  std::size_t size() const { return cubes_.size(); }
+
+  /// Changes with the columns: what was worked out about columns holds for one revision only.
+  std::uint32_t revision() const { return revision_; }
+
+  /// Every term gets `count` more columns at its end, all dashes.
+  void appendColumns(std::size_t count) {
+    width_ += count;
+    ++revision_;
+  }
+
+  /// Takes the given columns out of every term; the columns behind move up. Terms can become equal
+  /// by that, so all handles change: the answer holds the new Cover for each old index.
+  std::vector<Cover> deleteColumns(const ColumnSet& columns);
+
+  /// Exchanges '0' and '1' in the given columns of every term. Handles stay.
+  void invertColumns(const ColumnSet& columns);
+
+ private:
+  std::size_t findSlot(const Cube& cube) const;
+  void enterAll(std::size_t slotCount, std::size_t cubeCount);
+
+  std::size_t width_;
+  std::uint32_t revision_ = 0;
+  std::vector<Cube> cubes_;
+  std::vector<std::uint32_t> slots_;  // open addressing, a power of two; index + 1, or 0 for free
+};
+
+}  // namespace ostrel
