@@ -1,0 +1,208 @@
+#include "design/term_sharing.h"
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+#include "design/design.h"
+#include "run/options.h"
+
+namespace ostrel {
+
+TermSharing::TermSharing(Design& design) : design_(design) {
+  for (Signal* signal : design.logicList()) enterCandidates(*signal);
+  for (std::size_t id = 0; id < candidates_.size(); ++id) {
+    for (const Cover cover : candidates_[id]->onSet()) {
+      scores_[id] += static_cast<std::int64_t>(holders_[cover.index].size());
+    }
+  }
+}
+
+/// Enters the Equations of the Signal that are wide enough, behind all older candidates. Their
+/// uses count from here on; their scores are still to be worked out.
+void TermSharing::enterCandidates(Signal& signal) {
+  EquationList found;
+  signal.checkSplit(found, options().clusterSize, false);
+  for (const EquationList::Entry& entry : found.entries()) {
+    const auto id = static_cast<CandidateId>(candidates_.size());
+    candidates_.push_back(entry.equation);
+    scores_.push_back(0);
+    ++activeCount_;
+    for (const Cover cover : entry.equation->onSet()) holders(cover).push_back(id);
+  }
+}
+
+/// Enters a node that was made in the course of the search.
+void TermSharing::addNode(Signal& node) {
+  EquationList found;
+  node.checkSplit(found, options().clusterSize, false);
+  if (found.isEmpty()) return;
+  const auto id = static_cast<CandidateId>(candidates_.size());
+  candidates_.push_back(node.slot(SlotLogic));
+  scores_.push_back(0);
+  ++activeCount_;
+  for (const Cover cover : node.slot(SlotLogic)->onSet()) addUses(cover, {&id, 1});
+}
+
+bool TermSharing::isCandidate(const Equation& equation) const {
+  EquationList found;
+  equation.owner->checkSplit(found, options().clusterSize, false);
+  return std::any_of(found.entries().begin(), found.entries().end(),
+                     [&](const auto& entry) { return entry.equation == &equation; });
+}
+
+void TermSharing::dropNarrow(std::span<const CandidateId> ids) {
+  for (const CandidateId id : ids) {
+    if (isCandidate(*candidates_[id])) continue;
+    for (const Cover cover : candidates_[id]->onSet()) dropUses(cover, {&id, 1});
+    scores_[id] = -1;
+    --activeCount_;
+  }
+}
+
+// ---- use counts and scores ----
+
+std::vector<TermSharing::CandidateId>& TermSharing::holders(Cover cover) {
+  if (cover.index >= holders_.size()) holders_.resize(design_.terms().size());
+  return holders_[cover.index];
+}
+
+/// Each of the candidates, in ascending order, has one more use of the term.
+void TermSharing::addUses(Cover cover, std::span<const CandidateId> ids) {
+  std::vector<CandidateId>& uses = holders(cover);
+  for (const CandidateId id : uses) scores_[id] += static_cast<std::int64_t>(ids.size());
+  const auto middle = static_cast<std::ptrdiff_t>(uses.size());
+  uses.insert(uses.end(), ids.begin(), ids.end());
+  std::inplace_merge(uses.begin(), uses.begin() + middle, uses.end());
+  for (const CandidateId id : ids) scores_[id] += static_cast<std::int64_t>(uses.size());
+}
+
+/// Each of the candidates, in ascending order, has one use of the term less.
+void TermSharing::dropUses(Cover cover, std::span<const CandidateId> ids) {
+  std::vector<CandidateId>& uses = holders(cover);
+  for (const CandidateId id : ids) scores_[id] -= static_cast<std::int64_t>(uses.size());
+  std::vector<CandidateId> left;
+  std::set_difference(uses.begin(), uses.end(), ids.begin(), ids.end(), std::back_inserter(left));
+  uses = std::move(left);
+  for (const CandidateId id : uses) scores_[id] -= static_cast<std::int64_t>(ids.size());
+}
+
+// ---- the search ----
+
+bool TermSharing::isWorthNode(std::size_t equations, std::size_t covers) const {
+  const Options& set = options();
+  return equations >= static_cast<std::size_t>(std::max(set.shareMin, 0)) && covers >= 2 &&
+         covers * equations > static_cast<std::size_t>(std::max(set.clusterSize, 0));
+}
+
+/// The term of the Equation that most candidates use; the Equation has one.
+Cover TermSharing::mostShared(const Equation& equation) const {
+  const CoverChain& chain = equation.onSet();
+  return *std::max_element(chain.begin(), chain.end(), [this](Cover a, Cover b) {
+    return holders_[a.index].size() < holders_[b.index].size();
+  });
+}
+
+/// The candidates that hold the term, each once, in order.
+std::vector<TermSharing::CandidateId> TermSharing::holdersOf(Cover cover) const {
+  std::vector<CandidateId> ids = holders_[cover.index];
+  ids.erase(std::unique(ids.begin(), ids.end()), ids.end());
+  return ids;
+}
+
+/// Counts how often the Equations of a level use each term; terms of the group count as absent.
+void TermSharing::countLevel(std::span<const CandidateId> level, std::span<const Cover> group) {
+  for (const CandidateId id : level) {
+    for (const Cover cover : candidates_[id]->onSet()) levelUses_[cover.index] = 0;
+  }
+  for (const CandidateId id : level) {
+    for (const Cover cover : candidates_[id]->onSet()) ++levelUses_[cover.index];
+  }
+  for (const Cover cover : group) levelUses_[cover.index] = 0;
+}
+
+/// The most shared term of the Equation that shares the most, if any term is left.
+std::optional<Cover> TermSharing::bestOfLevel(std::span<const CandidateId> level) const {
+  const Equation* bestEquation = nullptr;
+  std::int64_t bestScore = -1;
+  for (const CandidateId id : level) {
+    std::int64_t score = 0;
+    for (const Cover cover : candidates_[id]->onSet()) score += levelUses_[cover.index];
+    if (score <= bestScore) continue;
+    bestScore = score;
+    bestEquation = candidates_[id];
+  }
+  std::optional<Cover> best;
+  std::int64_t bestUses = 0;
+  for (const Cover cover : bestEquation->onSet()) {
+    if (levelUses_[cover.index] <= bestUses) continue;
+    best = cover;
+    bestUses = levelUses_[cover.index];
+  }
+  return best;
+}
+
+/// Adds the best term of the level to the group, again and again, and leaves in the level the
+/// Equations that hold the group, as long as there are two.
+void TermSharing::growGroup(std::vector<CandidateId>& level, std::vector<Cover>& group) {
+  levelUses_.resize(design_.terms().size());
+  countLevel(level, group);
+  while (const std::optional<Cover> cover = bestOfLevel(level)) {
+    const std::vector<CandidateId> all = holdersOf(*cover);
+    std::vector<CandidateId> left;
+    std::set_intersection(level.begin(), level.end(), all.begin(), all.end(),
+                          std::back_inserter(left));
+    if (left.size() < 2) return;
+    group.push_back(*cover);
+    if (left.size() == level.size()) {
+      levelUses_[cover->index] = 0;  // all other counts stay
+    } else {
+      level = std::move(left);
+      countLevel(level, group);
+    }
+  }
+}
+
+bool TermSharing::shareTerms() {
+  if (activeCount_ < 2) return false;
+  const auto best = std::max_element(scores_.begin(), scores_.end()) - scores_.begin();
+  const Equation& equation = *candidates_[static_cast<std::size_t>(best)];
+  if (equation.onSet().empty()) return false;
+  std::vector<Cover> group = {mostShared(equation)};
+  std::vector<CandidateId> level = holdersOf(group.front());
+  if (level.size() < 2) return false;
+  growGroup(level, group);
+  if (!isWorthNode(level.size(), group.size())) return false;
+  extractShared(level, group);
+  return true;
+}
+
+/// Gives the group a node, or takes a Signal that computes it already, and rewrites the Equations.
+void TermSharing::extractShared(std::span<const CandidateId> level, std::span<const Cover> group) {
+  Equation shared(design_.terms(), nullptr, {});
+  for (const Cover cover : group) shared.addOnCover(cover);
+  Signal* node = design_.findEquivalent(shared);
+  const bool isNew = node == nullptr;
+  if (isNew) node = &design_.createNodeFrom(group, "com");
+  const std::size_t column = design_.columnFor(*node);
+  const Equation& nodeLogic = *node->slot(SlotLogic);
+
+  std::vector<CandidateId> rewritten;
+  for (const CandidateId id : level) {
+    Equation& equation = *candidates_[id];
+    equation.owner->reduced = false;
+    equation.owner->xorTried = false;
+    if (&equation != &nodeLogic) rewritten.push_back(id);
+  }
+  for (const Cover cover : group) dropUses(cover, rewritten);
+  for (const CandidateId id : rewritten) {
+    candidates_[id]->substituteNode(group, column, nodeLogic.polarity, false);
+  }
+  if (!rewritten.empty()) {
+    addUses(candidates_[rewritten.front()]->onSet().back(), rewritten);
+  }
+  if (isNew) addNode(*node);
+  dropNarrow(rewritten);
+}
+
+}  // namespace ostrel

@@ -1,0 +1,75 @@
+// The search for groups of terms that several Equations share.
+//
+// A group grows term by term, greedily. At each level the Equation that shares the most is asked
+// for its most shared term; the term joins the group, and the search goes on among the Equations
+// that hold it. When the group can't grow any further, it gets a node if it is worth one: at least
+// shareMin Equations, at least 2 terms, and more terms times Equations than a cluster holds. Every
+// Equation of the level then reads the node with one literal in place of the terms.
+//
+// Example: the Equations A + B + C and A + B + D, with a cluster of 3, share A first (used twice,
+// and the first Equation wins the tie), then B; C has one holder only. 2 terms in 2 Equations are
+// more than 3, so a node A + B is made.
+//
+// Ties go to the Equation that stands first among the candidates and to the term that stands first
+// in its chain. The candidates are what a fresh walk over the logic would find, in that order:
+// their terms only become fewer, so a candidate can leave but never come back, and a new node
+// stands behind all others. Use counts and scores follow each change, so that a step of the search
+// costs what it changes, not what the design holds.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <vector>
+
+#include "logic/term_table.h"
+
+namespace ostrel {
+
+class Design;
+class Equation;
+class Signal;
+
+class TermSharing {
+ public:
+  /// Gathers the candidates of the design. The design outlives the search, and only the search
+  /// changes its logic in the meantime.
+  explicit TermSharing(Design& design);
+
+  /// Equations that are still wide enough to take part.
+  int candidateCount() const { return activeCount_; }
+
+  /// Finds one group and gives it a node, or a Signal that computes it already. False, with
+  /// nothing changed, if there is no group that is worth it.
+  bool shareTerms();
+
+ private:
+  using CandidateId = std::uint32_t;  // in the order of the candidates
+
+  void enterCandidates(Signal& signal);
+  void addNode(Signal& node);
+  bool isCandidate(const Equation& equation) const;
+  void dropNarrow(std::span<const CandidateId> ids);
+
+  Cover mostShared(const Equation& equation) const;
+  std::vector<CandidateId> holdersOf(Cover cover) const;
+  void growGroup(std::vector<CandidateId>& level, std::vector<Cover>& group);
+  void countLevel(std::span<const CandidateId> level, std::span<const Cover> group);
+  std::optional<Cover> bestOfLevel(std::span<const CandidateId> level) const;
+  bool isWorthNode(std::size_t equations, std::size_t covers) const;
+  void extractShared(std::span<const CandidateId> level, std::span<const Cover> group);
+
+  void addUses(Cover cover, std::span<const CandidateId> ids);
+  void dropUses(Cover cover, std::span<const CandidateId> ids);
+  std::vector<CandidateId>& holders(Cover cover);
+
+  Design& design_;
+  std::vector<Equation*> candidates_;
+  std::vector<std::int64_t>
+      scores_;  // by candidate: use counts of its terms added up, -1 if it left
+  int activeCount_ = 0;
+  std::vector<std::vector<CandidateId>> holders_;  // by term: one entry for each use, ascending
+  std::vector<std::int64_t> levelUses_;            // by term, for the present level
+};
+
+}  // namespace ostrel
