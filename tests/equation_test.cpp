@@ -1,0 +1,286 @@
+// One Equation: constants, choice of sets, reduction, order of terms, exclusive-or synthesis.
+#include "equation/equation.h"
+
+#include <functional>
+#include <gtest/gtest.h>
+#include <random>
+
+#include "equation/sort_by_dashes.h"
+
+namespace ostrel {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+/// An Equation over texts, with a table of its own.
+struct Bench {
+  explicit Bench(const Texts& on, const Texts& off = {}, std::size_t columns = 0)
+      : terms(std::max({columns, widthOf(on), widthOf(off)})), equation(terms, nullptr, "Y") {
+    for (const std::string& text : on) equation.addOnCover(terms.cover(Cube(text)));
+    for (const std::string& text : off) equation.addOffCover(terms.cover(Cube(text)));
+    equation.extension = Extension::None;
+  }
+
+  static std::size_t widthOf(const Texts& texts) { return texts.empty() ? 0 : texts[0].size(); }
+
+  Texts texts(const CoverChain& chain) const {
+    Texts result;
+    for (const Cover cover : chain) result.push_back(terms.cube(cover).text(terms.width()));
+    return result;
+  }
+  Texts on() const { return texts(equation.onSet()); }
+  Texts off() const { return texts(equation.offSet()); }
+
+  TermTable terms;
+  Equation equation;
+};
+
+bool covers(const CoverChain& chain, const TermTable& terms, unsigned point, std::size_t width) {
+  Cube minterm;
+  for (std::size_t c = 0; c < width; ++c) minterm.set(c, ((point >> c) & 1U) != 0 ? '1' : '0');
+  return std::any_of(chain.begin(), chain.end(),
+                     [&](Cover cover) { return cubesIntersect(terms.cube(cover), minterm); });
+}
+
+/// The value at a point, polarity included; by the OFF set where there is no ON set.
+bool valueAt(const Equation& equation, const TermTable& terms, unsigned point, std::size_t width) {
+  const bool value = equation.onSet().empty() ? !equation.offSet().empty() &&
+                                                    !covers(equation.offSet(), terms, point, width)
+                                              : covers(equation.onSet(), terms, point, width);
+  return value != (equation.polarity == Polarity::Inverted);
+}
+
+TEST(Equation, KnowsConstants) {
+  const struct {
+    Texts on, off;
+    bool inverted, zero, one, either;
+  } table[] = {
+      {{}, {}, false, true, false, true},           {{}, {}, true, false, true, true},
+      {{"--"}, {}, false, false, true, true},       {{"--"}, {}, true, true, false, true},
+      {{}, {"--"}, false, true, false, true},       {{}, {"--"}, true, false, true, true},
+      {{"1-"}, {}, false, false, false, false},     {{}, {"1-"}, false, false, false, false},
+      {{"--"}, {"1-"}, false, false, false, false},
+  };
+  for (const auto& row : table) {
+    Bench bench(row.on, row.off, 2);
+    if (row.inverted) bench.equation.togglePolarity();
+    EXPECT_EQ(bench.equation.isConstant(Constant::Zero), row.zero);
+    EXPECT_EQ(bench.equation.isConstant(Constant::One), row.one);
+    EXPECT_EQ(bench.equation.isConstant(Constant::Either), row.either);
+  }
+}
+
+TEST(Equation, KeepsOneSet) {
+  const Texts two = {"10", "01"};
+  const Texts one = {"11"};
+  const struct {
+    Texts on, off;
+    SetSelector selector;
+    bool swapped;
+    Texts keptOn, keptOff;
+  } table[] = {
+      {two, two, SetSelector::Smaller, false, two, {}},  // a tie keeps ON
+      {two, one, SetSelector::Smaller, true, one, {}},   // the smaller OFF set, inverted
+      {two, {}, SetSelector::Smaller, false, two, {}},   // a missing set doesn't compete
+      {{}, two, SetSelector::Smaller, true, two, {}},
+      {two, one, SetSelector::On, false, two, {}},
+      {{}, two, SetSelector::On, false, {}, {}},  // the function is gone
+      {two, one, SetSelector::Off, true, one, {}},
+      {{"--"}, {}, SetSelector::Off, false, {"--"}, {}},  // constants stay as they are
+      {{}, {"--"}, SetSelector::On, false, {}, {"--"}},
+  };
+  for (const auto& row : table) {
+    Bench bench(row.on, row.off);
+    EXPECT_EQ(bench.equation.keepSets(row.selector), row.swapped);
+    EXPECT_EQ(bench.equation.polarity == Polarity::Inverted, row.swapped);
+    EXPECT_EQ(bench.on(), row.keptOn);
+    EXPECT_EQ(bench.off(), row.keptOff);
+  }
+}
+
+TEST(Equation, PolarityTogglesToInvertedFromAnythingElse) {
+  Bench bench({"1"});
+  bench.equation.polarity = Polarity::Positive;
+  bench.equation.togglePolarity();
+  EXPECT_EQ(bench.equation.polarity, Polarity::Inverted);
+  bench.equation.togglePolarity();
+  EXPECT_EQ(bench.equation.polarity, Polarity::None);
+}
+
+TEST(Equation, ReducesWithinItsLimit) {
+  Texts wide;
+  for (std::size_t i = 0; i < 11; ++i) {
+    std::string text(20, '1');
+    text[i] = '0';
+    wide.push_back(text);
+  }
+  Bench tooWide(wide);
+  EXPECT_FALSE(tooWide.equation.reduce(SetSelector::Both));  // 20 * 20 * 11 = 4400
+  EXPECT_EQ(tooWide.on(), wide);
+  wide.pop_back();
+  Bench fits(wide);
+  EXPECT_TRUE(fits.equation.reduce(SetSelector::Both));
+  EXPECT_GT(fits.equation.offCount(), 0);
+
+  Bench onOnly({"10", "11"});
+  EXPECT_TRUE(onOnly.equation.reduce(SetSelector::Off));
+  EXPECT_EQ(onOnly.on(), Texts({"10", "11"}));  // as it was read
+  EXPECT_EQ(onOnly.off(), Texts({"0-"}));
+  Bench both({"10", "11"}, {"00", "01"});
+  EXPECT_TRUE(both.equation.reduce(SetSelector::On));
+  EXPECT_EQ(both.on(), Texts({"1-"}));
+  EXPECT_EQ(both.off(), Texts({"00", "01"}));
+}
+
+TEST(Equation, MinimizesInTheColumnsInUse) {
+  Bench sparse({"--1----0--", "--1----1--", "--0----1--"});
+  EXPECT_TRUE(sparse.equation.reduce(SetSelector::On));
+  EXPECT_EQ(sparse.on(), Texts({"-------1--", "--1----0--"}));
+  // With all columns in use the cube of dashes only takes everything; in a wider design too.
+  Bench tautology({"0-", "1-", "-1"});
+  EXPECT_TRUE(tautology.equation.reduce(SetSelector::Both));
+  EXPECT_EQ(tautology.equation.offCount(), 0);
+}
+
+TEST(Equation, OrdersTermsByCommonColumns) {
+  const struct {
+    Texts chain, ordered;
+  } table[] = {
+      {{"1---", "11--", "--11"}, {"11--", "1---", "--11"}},
+      {{"----", "1---", "----", "--11"}, {"--11", "1---", "----", "----"}},
+      {{"1-----", "--11--", "0-----", "---11-", "-----1"},
+       {"--11--", "---11-", "1-----", "0-----", "-----1"}},
+  };
+  for (const auto& row : table) {
+    Bench bench(row.chain);
+    bench.equation.orderCovers();
+    EXPECT_EQ(bench.on(), row.ordered);
+  }
+}
+
+TEST(Equation, SubstitutesANode) {
+  Bench bench({"1--", "-1-", "--1"}, {"000"});
+  const CoverChain chain = bench.equation.onSet();
+  const CoverChain some(chain.begin(), chain.begin() + 2);
+  EXPECT_FALSE(bench.equation.substituteNode(some, 3, Polarity::None, true));
+  EXPECT_EQ(bench.on().size(), 3U);
+  bench.terms.appendColumns(1);
+  EXPECT_TRUE(bench.equation.substituteNode(some, 3, Polarity::Inverted, false));
+  EXPECT_EQ(bench.on(), Texts({"--1-", "---0"}));
+  EXPECT_EQ(bench.off(), Texts());
+  EXPECT_FALSE(bench.equation.substituteNode(some, 3, Polarity::None, false));
+}
+
+TEST(Equation, SortsEqualCubesInItsOwnWay) {
+  CubeList cubes = {Cube("1-"), Cube("0-"), Cube("-1")};
+  sortByDashes(cubes);
+  EXPECT_EQ(cubes, CubeList({Cube("0-"), Cube("-1"), Cube("1-")}));
+  CubeList many;
+  std::mt19937 random(7);
+  for (int i = 0; i < 100; ++i) {
+    Cube cube;
+    for (std::size_t c = 0; c < 8; ++c) cube.set(c, "01-"[random() % 3]);
+    many.push_back(cube);
+  }
+  sortByDashes(many);
+  EXPECT_TRUE(std::is_sorted(many.begin(), many.end(), [](const Cube& a, const Cube& b) {
+    return a.literalCount() > b.literalCount();
+  }));
+}
+
+TEST(Equation, DecomposesKnownFunctions) {
+  const struct {
+    Texts on, left, right;
+  } table[] = {
+      {{"100", "010", "001", "111"}, {"0--"}, {"-00", "-11"}},
+      {{"10", "01"}, {"-0"}, {"0-"}},
+      {{"11", "11"}, {"11"}, {}},  // a sum of one cube leaves nothing for the right
+  };
+  for (const auto& row : table) {
+    Bench bench(row.on);
+    std::unique_ptr<Equation> left;
+    std::unique_ptr<Equation> right;
+    ASSERT_TRUE(bench.equation.decomposeXor(left, right));
+    EXPECT_EQ(bench.texts(left->onSet()), row.left);
+    EXPECT_EQ(bench.texts(right->onSet()), row.right);
+  }
+}
+
+/// A random Equation over 1 to 5 columns, and one more that nothing reads.
+struct RandomCase {
+  explicit RandomCase(std::mt19937& random) : width(1 + random() % 5), bench({}, {}, width + 1) {
+    const std::size_t count = 1 + random() % 9;
+    for (std::size_t i = 0; i < count; ++i) {
+      Cube cube;
+      for (std::size_t c = 0; c < width; ++c) cube.set(c, "01-"[random() % 3]);
+      bench.equation.addOnCover(bench.terms.cover(cube));
+    }
+    if (random() % 3 == 0) bench.equation.polarity = Polarity::Inverted;
+  }
+
+  std::vector<bool> truth(const Equation& equation) const {
+    std::vector<bool> values;
+    for (unsigned point = 0; point < (1U << width); ++point) {
+      values.push_back(valueAt(equation, bench.terms, point, width));
+    }
+    return values;
+  }
+
+  std::size_t width;
+  Bench bench;
+};
+
+TEST(Equation, KeepsItsFunctionThroughEveryChangeOfForm) {
+  std::mt19937 random(20240611);
+  const std::function<void(Equation&)> changes[] = {
+      [](Equation& e) { e.reduce(SetSelector::Both); },
+      [](Equation& e) { e.reduce(SetSelector::On); },
+      [](Equation& e) {
+        if (e.reduce(SetSelector::Off) && e.offCount() > 0) e.keepSets(SetSelector::Off);
+      },
+      [](Equation& e) {
+        e.reduce(SetSelector::Both);
+        e.keepSets(SetSelector::Smaller);
+      },
+      [](Equation& e) { e.normalizePolarity(); },
+      [](Equation& e) { e.orderCovers(); },
+      [](Equation& e) { e.dropRepeatedCovers(); },
+      [](Equation& e) {
+        if (!e.reduce(SetSelector::Both) || e.offSet().empty()) return;
+        e.swapSets();
+        e.togglePolarity();
+      },
+  };
+  for (int round = 0; round < 3000; ++round) {
+    RandomCase test(random);
+    const std::vector<bool> before = test.truth(test.bench.equation);
+    Equation changed(test.bench.equation, XorHalf::None);
+    changes[static_cast<std::size_t>(round) % std::size(changes)](changed);
+    ASSERT_EQ(test.truth(changed), before) << "round " << round;
+  }
+}
+
+TEST(Equation, PairsStandForTheFunction) {
+  std::mt19937 random(19990317);
+  int pairs = 0;
+  for (int round = 0; round < 3000; ++round) {
+    RandomCase test(random);
+    Equation& equation = test.bench.equation;
+    const std::vector<bool> before = test.truth(equation);
+    std::unique_ptr<Equation> left;
+    std::unique_ptr<Equation> right;
+    const bool found = equation.decomposeXor(left, right);
+    ASSERT_EQ(test.truth(equation), before) << "round " << round;
+    if (!found) continue;
+    ++pairs;
+    const std::vector<bool> a = test.truth(*left);
+    const std::vector<bool> b = test.truth(*right);
+    for (std::size_t i = 0; i < before.size(); ++i) {
+      ASSERT_EQ(a[i] != b[i], before[i]) << "round " << round;
+    }
+  }
+  EXPECT_GT(pairs, 1000);
+}
+
+}  // namespace
+}  // namespace ostrel
