@@ -50,7 +50,7 @@ class Design {
   /// Offers Signals to XOR synthesis: in pass 1 all, in pass 2 those whose logic is new since.
   void synthesizeXor(int pass);
 
-  /// Works out anew who reads whom; with `logicOnly` control functions don't count as readers.
+  /// Counts anew who is read how often; with `logicOnly` control functions don't count as readers.
   void refreshFanout(bool logicOnly);
 
   /// Gives a Signal that only repeats an XOR node the logic of that node. True if one changed.
@@ -90,12 +90,9 @@ class Design {
 
   // ---- lookups and nodes, which the splitting uses ----
 
-  const SignalList& inputList() const { return inputList_; }        ///< pins without logic
-  const SignalList& logicList() const { return logicList_; }        ///< Signals with logic
-  const SignalList& tristateList() const { return tristateList_; }  ///< pins that can be turned off
+  const SignalList& logicList() const { return logicList_; }  ///< Signals with logic
   std::span<const std::unique_ptr<Signal>> signals() const { return signals_; }
   std::span<const InputColumn> columns() const { return columns_; }
-  std::span<const SignalList> columnReaders() const { return columnReaders_; }
   TermTable& terms() { return terms_; }
 
   /// The Signal of a name, case ignored, or null.
@@ -122,7 +119,6 @@ class Design {
   Status readInputColumns();
   bool acceptInputExtension(Signal& signal, int column, Extension extension);
   void classifySignals();
-  void classify(Signal& signal);
   void removeSignals(std::span<Signal* const> gone);
   void deleteColumns(const ColumnSet& gone);
 
@@ -139,12 +135,9 @@ class Design {
   TermTable terms_;
   std::vector<std::unique_ptr<Signal>> signals_;  // the chain, in the order of creation
   std::unordered_map<std::string_view, Signal*, NoCaseHash, NoCaseEqual> names_;
-  SignalList inputList_;
   SignalList logicList_;
-  SignalList tristateList_;
-  bool listsAreCurrent_ = false;  // nothing has emptied an Equation since they were made
+  bool logicListIsCurrent_ = false;  // nothing has emptied an Equation since it was made
   std::vector<InputColumn> columns_;
-  std::vector<SignalList> columnReaders_;  // by column, in logicList order; from the last refresh
   std::unordered_map<std::string, int> nextNodeNumber_;  // by base name, upper case
 };
 

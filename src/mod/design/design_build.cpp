@@ -16,7 +16,8 @@ int functionCount(const PlaFile& file) {
 /// The terms of every output column, each column's in row order. One walk over the rows serves all
 /// columns, and each row's term is looked up once.
 std::vector<ColumnSets> readOutputPlane(const PlaFile& file, TermTable& terms) {
-  std::vector<ColumnSets> columns(static_cast<std::size_t>(functionCount(file)));
+  // Columns beyond the table of names have no terms.
+  std::vector<ColumnSets> columns(file.table(NameKind::Output).records.size());
   for (std::size_t k = 0; k < columns.size(); ++k) {
     const PlaName& name = file.name(NameKind::Output, static_cast<int>(k));
     columns[k].on.reserve(static_cast<std::size_t>(name.onTerms));
@@ -90,8 +91,9 @@ Status Design::readFunctions() {
       return Status::Fatal;
     }
     if (name.polarity == Polarity::Inverted) signal->columnPolarity = Polarity::Inverted;
-    const Status status =
-        signal->addEquation(sourcePla_, k, name, std::move(sets[static_cast<std::size_t>(k)]));
+    const auto index = static_cast<std::size_t>(k);
+    const Status status = signal->addEquation(
+        sourcePla_, k, name, index < sets.size() ? std::move(sets[index]) : ColumnSets());
     if (status != Status::Ok) return status;
   }
   return Status::Ok;
@@ -112,7 +114,6 @@ Status Design::readInputColumns() {
     signal->columns.push_back(static_cast<std::size_t>(k));
     if (!acceptInputExtension(*signal, k, name.extension)) return Status::Failed;
   }
-  columnReaders_.resize(columns_.size());
   return Status::Ok;
 }
 
@@ -147,20 +148,11 @@ bool Design::acceptInputExtension(Signal& signal, int column, Extension extensio
 }
 
 void Design::classifySignals() {
-  inputList_.clear();
   logicList_.clear();
-  tristateList_.clear();
-  for (const auto& signal : signals_) classify(*signal);
-  listsAreCurrent_ = true;
-}
-
-void Design::classify(Signal& signal) {
-  if (!signal.hasNoLogic()) {
-    logicList_.add(signal);
-    if (signal.isOutputPin(true)) tristateList_.add(signal);
-  } else if (!signal.isNode) {
-    inputList_.add(signal);
+  for (const auto& signal : signals_) {
+    if (!signal->hasNoLogic()) logicList_.add(*signal);
   }
+  logicListIsCurrent_ = true;
 }
 
 Status Design::checkLogic() {

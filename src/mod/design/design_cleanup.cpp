@@ -28,8 +28,7 @@ void Design::removeUnusedSignals() {
 void Design::removeDeadNodes() {
   std::vector<Signal*> dead;
   for (const auto& signal : signals_) {
-    if (signal->isNode && signal->isCombinatorial() && signal->fanoutCount == 0 &&
-        signal->fanoutList.isEmpty()) {
+    if (signal->isNode && signal->isCombinatorial() && signal->fanoutCount == 0) {
       dead.push_back(signal.get());
     }
   }
@@ -44,18 +43,12 @@ void Design::removeDeadNodes() {
 void Design::removeSignals(std::span<Signal* const> gone) {
   if (gone.empty()) return;
   const std::unordered_set<const Signal*> set(gone.begin(), gone.end());
-  const auto isGone = [&set](const Signal* signal) { return set.contains(signal); };
-  for (const auto& signal : signals_) {
-    signal->faninList.removeIf(isGone);
-    signal->fanoutList.removeIf(isGone);
-  }
   ColumnSet goneColumns;
   for (const Signal* signal : gone) {
     names_.erase(signal->name);
     for (const std::size_t column : signal->columns) goneColumns.insert(column);
   }
-  std::erase_if(signals_, [&](const auto& signal) { return isGone(signal.get()); });
-  for (SignalList& readers : columnReaders_) readers.removeIf(isGone);
+  std::erase_if(signals_, [&set](const auto& signal) { return set.contains(signal.get()); });
   deleteColumns(goneColumns);
   classifySignals();
 }
@@ -68,12 +61,9 @@ void Design::deleteColumns(const ColumnSet& gone) {
   for (std::size_t c = 0; c < columns_.size(); ++c) {
     if (gone.contains(c)) continue;
     newColumn[c] = static_cast<int>(kept);
-    columns_[kept] = columns_[c];
-    if (kept != c) columnReaders_[kept] = std::move(columnReaders_[c]);
-    ++kept;
+    columns_[kept++] = columns_[c];
   }
   columns_.resize(kept);
-  columnReaders_.resize(kept);
   const std::vector<Cover> renumbered = terms_.deleteColumns(gone);
   for (const auto& signal : signals_) signal->followDeletion(renumbered, newColumn);
 }

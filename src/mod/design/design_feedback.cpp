@@ -1,7 +1,5 @@
-// Who reads whom, exclusive-or synthesis Signal by Signal, and the folding of Signals that only
-// repeat an exclusive-or node.
-#include <algorithm>
-
+// Who is read how often, exclusive-or synthesis Signal by Signal, and the folding of Signals that
+// only repeat an exclusive-or node.
 #include "design/design.h"
 #include "run/heart.h"
 #include "run/options.h"
@@ -27,32 +25,11 @@ void Design::synthesizeXor(int pass) {
 
 void Design::refreshFanout(bool logicOnly) {
   heartMsg();
-  for (SignalList& readers : columnReaders_) readers.clear();
-  std::unordered_map<const Signal*, std::size_t> place;  // in the chain
-  for (const auto& signal : signals_) {
-    signal->fanoutList.clear();
-    signal->faninList.clear();
-    if (!signal->columns.empty()) signal->fanoutCount = 0;
-    place.emplace(signal.get(), place.size());
-  }
+  for (const InputColumn& column : columns_) column.signal->fanoutCount = 0;
   for (Signal* reader : logicList_) {
     ColumnSet read;
     reader->collectColumns(read, logicOnly);
-    std::vector<Signal*> sources;
-    read.forEach([&](std::size_t column) {
-      Signal& source = *columns_[column].signal;
-      ++source.fanoutCount;
-      // A third or later column of a Signal counts, but reaches no list.
-      const auto rank = std::find(source.columns.begin(), source.columns.end(), column);
-      if (rank - source.columns.begin() >= 2) return;
-      source.fanoutList.addOnce(*reader);
-      columnReaders_[column].add(*reader);
-      sources.push_back(&source);
-    });
-    // Sources stand in chain order, whatever the order of their columns.
-    std::sort(sources.begin(), sources.end(),
-              [&](const Signal* a, const Signal* b) { return place.at(a) < place.at(b); });
-    for (Signal* source : sources) reader->faninList.addOnce(*source);
+    read.forEach([this](std::size_t column) { ++columns_[column].signal->fanoutCount; });
   }
 }
 
@@ -70,11 +47,9 @@ bool Design::collapseFeedback() {
     }
     if (source->fanoutCount > 1 && source->bestTermCount() > limit) continue;
     reader->copyLogicFrom(*source);
-    reader->faninList.remove(*source);
-    source->fanoutList.remove(*reader);
     changed = true;
   }
-  if (changed) listsAreCurrent_ = false;
+  if (changed) logicListIsCurrent_ = false;
   return changed;
 }
 

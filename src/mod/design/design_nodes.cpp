@@ -23,8 +23,8 @@ std::string nodeName(std::string_view base, int n) {
 Signal& Design::createNodeFrom(std::span<const Cover> covers, std::string_view baseName) {
   Signal& node = createBuriedNode(baseName);
   node.fillFromCovers(covers);
-  if (listsAreCurrent_) {
-    classify(node);  // the newest Signal stands behind all others in every list
+  if (logicListIsCurrent_) {
+    logicList_.add(node);  // the newest Signal stands behind all others
   } else {
     classifySignals();
   }
@@ -59,7 +59,6 @@ std::size_t Design::columnFor(Signal& signal) {
 std::size_t Design::addInputColumn(Signal& signal) {
   const std::size_t column = columns_.size();
   columns_.push_back({&signal, signal.isCombinatorial() ? Extension::None : Extension::Q});
-  columnReaders_.emplace_back();
   signal.columns.push_back(column);
   (signal.isNode ? signal.feedbackColumn : signal.pinColumn) = static_cast<int>(column);
   terms_.appendColumns(1);

@@ -8,7 +8,7 @@ namespace ostrel {
 void Design::choosePolarity() {
   for (Signal* signal : logicList_) signal->choosePolarity();
   plaType_ = PlaType::f;
-  listsAreCurrent_ = false;
+  logicListIsCurrent_ = false;
 }
 
 void Design::normalizePolarity() {

@@ -77,7 +77,7 @@ bool Equation::isControl() const {
 }
 
 bool Equation::isTooComplex() const {
-  const auto columns = static_cast<std::int64_t>(supportSize());
+  const auto columns = static_cast<std::int64_t>(supportColumns().size());
   return columns * columns * (onCount() + offCount()) > complexityLimit;
 }
 
@@ -92,15 +92,20 @@ bool Equation::hasSupport() const {
 
 void Equation::computeSupport() {
   if (onSet_.empty() || hasSupport()) return;
-  support_.columns.clear();
+  support_.chain = onSet_;
   support_.length = terms_->width();
   support_.revision = terms_->revision();
-  ostrel::markUsedColumns(onSet_, *terms_, support_.columns);
+}
+
+ColumnSet Equation::supportColumns() const {
+  ColumnSet columns;
+  if (hasSupport()) ostrel::markUsedColumns(support_.chain, *terms_, columns);
+  return columns;
 }
 
 void Equation::markUsedColumns(ColumnSet& columns) {
   computeSupport();
-  if (hasSupport()) columns.insertAll(support_.columns);
+  if (hasSupport()) ostrel::markUsedColumns(support_.chain, *terms_, columns);
 }
 
 void Equation::clearOnSet() {

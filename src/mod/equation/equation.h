@@ -164,16 +164,18 @@ class Equation {
   void writeRows(RowMerger& rows, std::size_t column) const;
 
  private:
+  // Of the support only the terms that it comes from are kept: a set of columns for each Equation
+  // would take columns times Equations of memory.
   struct Support {
-    ColumnSet columns;
+    CoverChain chain;
     std::size_t length = 0;  // columns of the design at the time
     std::uint32_t revision = 0;
   };
   bool hasSupport() const;
+  ColumnSet supportColumns() const;
   bool bringToPlainForm();
   std::unique_ptr<Equation> makeXorOperand(std::span<const Cube> cubes, const ColumnMap& map,
                                            XorHalf role) const;
-  std::size_t supportSize() const { return hasSupport() ? support_.columns.size() : 0; }
 
   TermTable* terms_;
   CoverChain onSet_;

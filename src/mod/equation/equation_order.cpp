@@ -122,7 +122,7 @@ void Equation::orderCovers() {
   for (CoverChain* chain : {&onSet_, &offSet_}) {
     if (chain->empty()) continue;
     computeSupport();
-    *chain = CoverOrder(*chain, *terms_).order(hasSupport() ? support_.columns : ColumnSet());
+    *chain = CoverOrder(*chain, *terms_).order(supportColumns());
   }
 }
 

@@ -53,9 +53,10 @@ bool Equation::bringToPlainForm() {
   swapSets();
   togglePolarity();
   // The set that was exchanged in can read columns that the support doesn't know.
-  ColumnSet columns = support_.columns;
+  ColumnSet columns = supportColumns();
+  const std::size_t known = columns.size();
   ostrel::markUsedColumns(onSet_, *terms_, columns);
-  if (columns.size() > supportSize()) {
+  if (columns.size() > known) {
     support_.length = 0;
     computeSupport();
   }
@@ -77,10 +78,11 @@ bool Equation::decomposeXor(std::unique_ptr<Equation>& left, std::unique_ptr<Equ
   if (!bringToPlainForm()) return false;
 
   const std::int64_t terms = onCount() + offCount();
-  const auto columns = static_cast<std::int64_t>(supportSize());
+  const ColumnSet support = supportColumns();
+  const auto columns = static_cast<std::int64_t>(support.size());
   if (terms * columns * columns > xorBudget) return false;
 
-  const ColumnMap map(hasSupport() ? support_.columns : ColumnSet(), terms_->width());
+  const ColumnMap map(support, terms_->width());
   CubeList narrow;
   for (const Cover cover : onSet_) narrow.push_back(map.narrow(terms_->cube(cover)));
   std::optional<CubeList> sum = xorCover(narrow, map.narrowWidth());

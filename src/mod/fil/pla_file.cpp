@@ -17,11 +17,6 @@ const PlaName& PlaFile::name(NameKind kind, int i) const {
   return index < records.size() ? records[index] : empty;
 }
 
-std::optional<std::string> PlaFile::nameText(NameKind kind, int i, NameFormat format) const {
-  if (i < 0 || i >= count(kind)) return std::nullopt;
-  return name(kind, i).format(format);
-}
-
 char PlaFile::phaseOf(int column) const {
   const auto index = static_cast<std::size_t>(column);
   return phase && index < phase->size() ? (*phase)[index] : '1';
@@ -35,28 +30,30 @@ Status PlaFile::read(std::istream& stream, const Console& console) {
   }
 }
 
-Status PlaFile::allocateRows(const Console& console) {
-  const int inputs = count(NameKind::Input);
-  const int outputs = count(NameKind::Output);
-  if (inputs == 0) {
-    console.err << (outputs == 0
-                        ? "Input file is not a correct PLA file.\n"
-                        : "no inputs found in PLA. (.ilb must be declared before terms)\n");
+Status PlaFile::checkColumns(const Console& console) const {
+  const bool hasOutputs = count(NameKind::Output) != 0;
+  if (count(NameKind::Input) == 0) {
+    console.err << (hasOutputs ? "no inputs found in PLA. (.ilb must be declared before terms)\n"
+                               : "Input file is not a correct PLA file.\n");
     return Status::Fatal;
   }
-  if (outputs == 0) {
+  if (!hasOutputs) {
     console.err << "no outputs found in PLA. (.ob must be declared before terms)\n";
     return Status::Fatal;
   }
+  return Status::Ok;
+}
+
+Status PlaFile::allocateRows(const Console& console) {
+  if (checkColumns(console) != Status::Ok) return Status::Fatal;
+  const int inputs = count(NameKind::Input);
+  const int outputs = count(NameKind::Output);
   if (termCapacity == 0) {
     termCapacity = static_cast<int>(
         std::min<std::int64_t>(std::int64_t{inputs} * outputs, std::numeric_limits<int>::max()));
   }
-  if (!rowsExist_) {
-    inputRows = RowTable(static_cast<std::size_t>(inputs), '-');
-    outputRows = RowTable(static_cast<std::size_t>(outputs), '~');
-    rowsExist_ = true;
-  }
+  inputRows = RowTable(static_cast<std::size_t>(inputs), '-');
+  outputRows = RowTable(static_cast<std::size_t>(outputs), '~');
   return Status::Ok;
 }
 
@@ -82,8 +79,7 @@ Status PlaFile::prepare(int inputs, int outputs, int pins, int nodes, int terms,
   // the right width even then.
   inputRows = RowTable(static_cast<std::size_t>(inputs), '-');
   outputRows = RowTable(static_cast<std::size_t>(outputs), '~');
-  rowsExist_ = true;
-  return allocateRows(console);
+  return checkColumns(console);
 }
 
 void PlaFile::truncateRows(int n) {

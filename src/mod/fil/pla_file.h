@@ -61,9 +61,6 @@ class PlaFile {
   /// Record i of a kind; an empty name where the table has no such record.
   const PlaName& name(NameKind kind, int i) const;
 
-  /// The text of record i, or none if i is not below the kind's count.
-  std::optional<std::string> nameText(NameKind kind, int i, NameFormat format) const;
-
   /// The phase character of an output column, '1' where the file gives none.
   char phaseOf(int column) const;
 
@@ -71,12 +68,12 @@ class PlaFile {
   /// Fatal if the file can't be used: a fault that stops the reading, or .i or .o missing.
   Status read(std::istream& stream, const Console& console);
 
-  /// Makes the row tables, if they don't exist, at the present counts. Fatal, with a message on
-  /// the console, if the inputs or outputs are not declared; then there are no tables.
+  /// Makes empty row tables at the present counts, in front of the first row. Answers as
+  /// checkColumns does; on a fault there are no tables.
   Status allocateRows(const Console& console);
 
   /// Sets an empty file up for an export: tables of cleared records, rows that hold nothing.
-  /// Answers as allocateRows does.
+  /// Answers as checkColumns does, and is ready for the export in any case.
   Status prepare(int inputs, int outputs, int pins, int nodes, int terms, PlaType type,
                  const Console& console);
 
@@ -87,9 +84,11 @@ class PlaFile {
   /// tested: the state of the stream is the caller's to look at.
   void write(std::ostream& stream);
 
+  /// Fatal, with a message on the console, if the inputs or outputs are not declared.
+  Status checkColumns(const Console& console) const;
+
  private:
   std::array<NameTable, 5> tables_;
-  bool rowsExist_ = false;
 };
 
 }  // namespace ostrel

@@ -167,7 +167,6 @@ Status PlaReader::readDeclaration(NameKind kind) {
     return read < 0 ? Status::Fatal : fault(mismatch);
   }
   table.count += *n;
-  table.capacity = table.count;
   source_.skipSpace();
   const int next = source_.peek();
   if (next != CharSource::end && next < 128 &&
@@ -203,15 +202,11 @@ void PlaReader::readStateBits() {
   if (source_.peek() == CharSource::end) fault("Error reading input names in #$ STATEBITS.\n");
   const std::string line = source_.restOfLine(maxStateBitsLine);
   StateBits group{*n, {}};
-  std::size_t words = 0;
-  constexpr std::string_view separators = " \t\r\n";
-  for (std::size_t at = line.find_first_not_of(separators); at != std::string::npos;
-       at = line.find_first_not_of(separators, at)) {
-    const std::size_t stop = std::min(line.find_first_of(separators, at), line.size());
-    if (words++ < static_cast<std::size_t>(*n)) group.names.push_back(line.substr(at, stop - at));
-    at = stop;
-  }
-  if (words != static_cast<std::size_t>(*n)) {
+  group.names = splitWords(line);
+  const auto expected = static_cast<std::size_t>(*n);
+  const bool mismatch = group.names.size() != expected;
+  if (group.names.size() > expected) group.names.resize(expected);
+  if (mismatch) {
     fault("Number of bits mis-matched in #$ STATEBITS.\n");
   }
   file_.stateBits.push_back(std::move(group));

@@ -39,11 +39,6 @@ class RowTable {
     cells_[(i - blankRows_) * width_ + column] = c;
   }
 
-  /// Replaces row i, which came from append; `text` has width() characters.
-  void setRow(std::size_t i, std::string_view text) {
-    cells_.replace((i - blankRows_) * width_, width_, text);
-  }
-
   /// Drops all rows from row n on; nothing if there are fewer.
   void truncate(std::size_t n);
 

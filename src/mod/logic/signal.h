@@ -16,7 +16,6 @@
 #include "equation/equation_list.h"
 #include "fil/pla_file.h"
 #include "logic/row_merger.h"
-#include "logic/signal_list.h"
 
 namespace ostrel {
 
@@ -58,8 +57,6 @@ class Signal {
   int pinColumn = -1;                ///< column that reads the pin, -1 for none
   int feedbackColumn = -1;           ///< column that reads the internal feedback, -1 for none
   int fanoutCount = 0;    ///< readers, counted once for each column, from the last refresh
-  SignalList fanoutList;  ///< readers, each once, from the last refresh
-  SignalList faninList;   ///< Signals that this one reads, likewise
   bool reduced = true;    ///< cleared when splitting builds or changes the logic
   bool xorTried = false;  ///< XOR synthesis has looked at the present logic
 
@@ -157,7 +154,8 @@ class Signal {
   /// The Signal's record in the list of pins or nodes.
   PlaName exportDeclaration() const;
 
-  /// Appends the names of the output columns from `column` on, and moves it on behind them.
+  /// Fills in the names of the output columns from `column` on, which the file was prepared for,
+  /// and moves it on behind them.
   void exportColumns(PlaFile& file, int& column) const;
 
   /// Writes the terms of the same columns, in the same order.

@@ -20,7 +20,7 @@ namespace ostrel {
 struct Cover {
   std::uint32_t index = 0;
   friend bool operator==(Cover, Cover) = default;
-  friend auto operator<=>(Cover, Cover) = default;
+  friend bool operator<(Cover a, Cover b) { return a.index < b.index; }
 };
 
 class TermTable {

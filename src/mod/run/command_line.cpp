@@ -131,7 +131,7 @@ int intOption(std::size_t& index, std::span<const std::string> words, int fallba
   const char* first = word->data();
   const char* last = first + word->size();
   first = std::find_if_not(first, last, isSpace);
-  if (first != last && *first == '+') ++first;
+  if (first != last && *first == '+' && ++first != last && *first == '-') return 0;
   int number = 0;  // what a word without digits gives
   const bool tooLarge = std::from_chars(first, last, number).ec == std::errc::result_out_of_range;
   return tooLarge ? fallback : number;

@@ -1,8 +1,11 @@
 #include "run/option_files.h"
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 #include <fstream>
-#include <ios>
+
+#include "run/text.h"
 
 namespace ostrel {
 namespace {
@@ -15,25 +18,14 @@ bool isOptionFile(const std::string& word) {
   return word.starts_with('@');
 }
 
-/// Appends the text of a file; a line end becomes a blank where the text is split.
+/// Appends the text of a file; line ends become word ends where the text is split.
 void appendFile(const std::string& name, std::string& buffer) {
   std::ifstream file(name);
-  if (!file || buffer.size() >= maxExpandedLength) return;
-  std::string text(maxExpandedLength - buffer.size(), '\0');
-  file.read(text.data(), static_cast<std::streamsize>(text.size()));
-  buffer.append(text, 0, static_cast<std::size_t>(file.gcount()));
-}
-
-std::vector<std::string> splitWords(const std::string& text) {
-  constexpr const char* separators = " \t\r\n";
-  std::vector<std::string> words;
-  for (std::size_t at = text.find_first_not_of(separators); at != std::string::npos;
-       at = text.find_first_not_of(separators, at)) {
-    const std::size_t stop = std::min(text.find_first_of(separators, at), text.size());
-    words.push_back(text.substr(at, stop - at));
-    at = stop;
+  std::array<char, 4096> part{};
+  while (file && buffer.size() < maxExpandedLength) {
+    file.read(part.data(), part.size());
+    buffer.append(part.data(), static_cast<std::size_t>(file.gcount()));
   }
-  return words;
 }
 
 }  // namespace

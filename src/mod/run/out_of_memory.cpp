@@ -1,6 +1,7 @@
 #include "run/out_of_memory.h"
 
 #include <cstdlib>
+#include <iostream>
 #include <new>
 
 #include "run/log.h"
@@ -17,6 +18,7 @@ void outOfMemory() {
   logText(toErrorAndLog, "<ERROR> K52700: failed to allocate memory\n");
   if (++tries < maxTries) return;
   closeLog();
+  std::cout.flush();
   std::_Exit(2);
 }
 

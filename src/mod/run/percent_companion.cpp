@@ -29,10 +29,8 @@ void writePercentCompanion(const std::string& inputName, const std::string& outp
                            const std::string& runInput) {
   if (!isSameFile(inputName, outputName) && !isSameFile(runInput, outputName)) {
     std::ifstream from(inputName);
-    // The source is tested first, so that a companion isn't emptied for nothing.
-    std::ofstream to;
-    if (from.is_open()) to.open(outputName, std::ios::trunc);
-    if (to.is_open()) {
+    std::ofstream to(outputName, std::ios::trunc);
+    if (from.is_open() && to.is_open()) {
       copyWithoutPercent(from, to);
       return;
     }

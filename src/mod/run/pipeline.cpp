@@ -1,7 +1,6 @@
 #include "run/pipeline.h"
 
 #include <array>
-#include <string_view>
 
 namespace ostrel {
 namespace {
@@ -12,10 +11,7 @@ struct Progress {
   bool collapsed = false;
 };
 
-struct Step {
-  std::string_view name;
-  Status (*run)(Progress&);
-};
+using Step = Status (*)(Progress&);
 
 /// A step that can't stop the run.
 template <void (Design::*pass)()>
@@ -51,34 +47,34 @@ Status refreshAfterCollapse(Progress& progress) {
 }
 
 // Every step runs on every run; each pass looks at the options that concern it.
-constexpr std::array<Step, 19> pipeline = {{
-    {"build", stopping<&Design::build>},
-    {"checkLogic", stopping<&Design::checkLogic>},
-    {"removeUnusedSignals", always<&Design::removeUnusedSignals>},
-    {"orderXorPairs", always<&Design::orderXorPairs>},
-    {"synthesizeXor, first pass", synthesizeXor<1>},
-    {"choosePolarity", always<&Design::choosePolarity>},
-    {"refreshFanout", refreshFanout},
-    {"collapseFeedback", collapseFeedback},
-    {"normalizePolarity", always<&Design::normalizePolarity>},
-    {"refreshFanout, if a Signal collapsed", refreshAfterCollapse},
-    {"removeDeadNodes", always<&Design::removeDeadNodes>},
-    {"splitControlEquations", always<&Design::splitControlEquations>},
-    {"splitEquations", always<&Design::splitEquations>},
-    {"synthesizeXor, second pass", synthesizeXor<2>},
-    {"choosePolarity", always<&Design::choosePolarity>},
-    {"swapXorPairs", always<&Design::swapXorPairs>},
-    {"assignFeedbackExtensions", always<&Design::assignFeedbackExtensions>},
-    {"absorbInversions", always<&Design::absorbInversions>},
-    {"exportTo", always<&Design::exportTo>},
-}};
+constexpr std::array<Step, 19> pipeline = {
+    stopping<&Design::build>,
+    stopping<&Design::checkLogic>,
+    always<&Design::removeUnusedSignals>,
+    always<&Design::orderXorPairs>,
+    synthesizeXor<1>,
+    always<&Design::choosePolarity>,
+    refreshFanout,
+    collapseFeedback,
+    always<&Design::normalizePolarity>,
+    refreshAfterCollapse,
+    always<&Design::removeDeadNodes>,
+    always<&Design::splitControlEquations>,
+    always<&Design::splitEquations>,
+    synthesizeXor<2>,
+    always<&Design::choosePolarity>,
+    always<&Design::swapXorPairs>,
+    always<&Design::assignFeedbackExtensions>,
+    always<&Design::absorbInversions>,
+    always<&Design::exportTo>,
+};
 
 }  // namespace
 
 Status runPipeline(Design& design) {
   Progress progress{design};
-  for (const Step& step : pipeline) {
-    if (const Status status = step.run(progress); status != Status::Ok) return status;
+  for (const Step step : pipeline) {
+    if (const Status status = step(progress); status != Status::Ok) return status;
   }
   return Status::Ok;
 }

@@ -17,6 +17,6 @@ int WHOutputHeartMsg() {
   static const bool watched = isatty(STDERR_FILENO) != 0;
   static long ticks = 0;
   ++ticks;
-  if (watched) std::fprintf(stderr, "\rworking: %ld\r", ticks);
+  if (watched) std::fprintf(stderr, "\rworking: %ld\r\033[K", ticks);
   return 0;
 }

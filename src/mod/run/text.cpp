@@ -1,5 +1,6 @@
 #include "run/text.h"
 
+#include <algorithm>
 #include <cstdint>
 
 namespace ostrel {
@@ -8,6 +9,18 @@ std::string toUpper(std::string_view text) {
   std::string result(text);
   for (char& c : result) c = toUpper(c);
   return result;
+}
+
+std::vector<std::string> splitWords(std::string_view text) {
+  constexpr std::string_view separators = " \t\r\n";
+  std::vector<std::string> words;
+  for (std::size_t at = text.find_first_not_of(separators); at != std::string_view::npos;
+       at = text.find_first_not_of(separators, at)) {
+    const std::size_t stop = std::min(text.find_first_of(separators, at), text.size());
+    words.emplace_back(text.substr(at, stop - at));
+    at = stop;
+  }
+  return words;
 }
 
 int compareNoCaseN(std::string_view a, std::string_view b, std::size_t n) {

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace ostrel {
 
@@ -25,6 +26,9 @@ constexpr bool isLetter(char c) {
 }
 
 std::string toUpper(std::string_view text);
+
+/// The words of a text, apart by blank, tab, CR and newline.
+std::vector<std::string> splitWords(std::string_view text);
 
 /// The difference of the first differing characters of the upper-cased texts; 0 when equal.
 int compareNoCase(std::string_view a, std::string_view b);

@@ -1,0 +1,132 @@
+// Finds cubes, and the neighbours of a cube, by hash instead of by comparison with a whole list.
+//
+// The hash is linear in the bits of a cube: hash = sum over blocks of care * C + value * V, modulo
+// 2^64, with odd constants C and V for each block. A literal that is inverted or dropped adds or
+// takes away one shifted constant, so the hash of each neighbour costs two instructions and no
+// neighbour needs to be built. Equal hashes are a hint and no proof; whoever looks up tests the
+// cubes that it is given.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "minimizer/cube.h"
+
+namespace ostrel {
+
+/// The constants of one block of 64 columns.
+struct HashFactors {
+  std::uint64_t care;
+  std::uint64_t value;
+};
+
+/// Mixed from the block's number, so that blocks cannot stand in for one another.
+inline HashFactors hashFactors(std::size_t block) {
+  const auto mix = [](std::uint64_t x) {
+    x = (x ^ (x >> 30)) * 0xBF58476D1CE4E5B9;
+    x = (x ^ (x >> 27)) * 0x94D049BB133111EB;
+    return (x ^ (x >> 31)) | 1U;
+  };
+  const std::uint64_t seed = (2 * block + 1) * 0x9E3779B97F4A7C15;
+  return {mix(seed), mix(seed + 0x9E3779B97F4A7C15)};
+}
+
+/// The hash of the places of the literals, whatever their sense.
+inline std::uint64_t careHash(const Cube& cube) {
+  std::uint64_t hash = 0;
+  for (std::size_t i = 0; i < cube.blockCount(); ++i) {
+    hash += cube.block(i).care * hashFactors(i).care;
+  }
+  return hash;
+}
+
+/// The hash of all literals.
+inline std::uint64_t literalHash(const Cube& cube) {
+  std::uint64_t hash = 0;
+  for (std::size_t i = 0; i < cube.blockCount(); ++i) {
+    const HashFactors factors = hashFactors(i);
+    hash += cube.block(i).care * factors.care + cube.block(i).value * factors.value;
+  }
+  return hash;
+}
+
+/// Calls visit(change) for each literal of the cube, in column order. `change(factors, bit number,
+/// literal is "1")` gives what a change of that literal adds to the hash; visit gets hash plus
+/// that, and ends the walk by giving false.
+template <class Change, class Visit>
+void forEachNeighbourHash(const Cube& cube, std::uint64_t hash, Change change, Visit visit) {
+  for (std::size_t i = 0; i < cube.blockCount(); ++i) {
+    const Cube::Block block = cube.block(i);
+    const HashFactors factors = hashFactors(i);
+    for (std::uint64_t rest = block.care; rest != 0; rest &= rest - 1) {
+      const auto bit = static_cast<unsigned>(std::countr_zero(rest));
+      if (!visit(hash + change(factors, bit, ((block.value >> bit) & 1U) != 0))) return;
+    }
+  }
+}
+
+/// Hash changes for forEachNeighbourHash: the literal is inverted, or becomes a dash in a hash of
+/// all literals, or becomes a dash in a hash of places.
+inline std::uint64_t invertedLiteral(HashFactors f, unsigned bit, bool isOne) {
+  return isOne ? -(f.value << bit) : f.value << bit;
+}
+inline std::uint64_t droppedLiteral(HashFactors f, unsigned bit, bool isOne) {
+  return -(f.care << bit) - (isOne ? f.value << bit : 0);
+}
+inline std::uint64_t droppedPlace(HashFactors f, unsigned bit, bool /*isOne*/) {
+  return -(f.care << bit);
+}
+
+/// A hash table from a 64-bit key to the numbers that were added under it, in the order of adding.
+/// It is refilled for each list and keeps its memory.
+class CubeIndex {
+ public:
+  static constexpr std::uint32_t none = UINT32_MAX;
+
+  /// Empties the table and makes room for the numbers 0 to capacity - 1.
+  void reset(std::size_t capacity);
+
+  /// Adds a number behind all others of its key. Each number is added at most once.
+  void add(std::uint64_t key, std::size_t number);
+
+  /// The first number of a key, or `none`; next() gives the one behind it.
+  std::uint32_t first(std::uint64_t key) const {
+    const std::uint64_t bit = key >> bitShift_;
+    if (((filter_[bit / 64] >> (bit % 64)) & 1U) == 0) return none;
+    const Slot& slot = slots_[find(key)];
+    return slot.last == none ? none : slot.first;
+  }
+  std::uint32_t next(std::uint32_t number) const { return next_[number]; }
+
+  /// Takes a number out that was added under `key`.
+  void remove(std::uint64_t key, std::size_t number);
+
+ private:
+  struct Slot {
+    std::uint64_t key = 0;
+    std::uint32_t first = none;  // `none` in a used slot: all its numbers were removed
+    std::uint32_t last = none;   // `none`: the slot is free
+  };
+
+  /// The slot of a key, or the free one where it belongs.
+  std::size_t find(std::uint64_t key) const {
+    const std::size_t mask = slots_.size() - 1;
+    std::size_t i = static_cast<std::size_t>(key >> slotShift_);
+    while (slots_[i].last != none && slots_[i].key != key) i = (i + 1) & mask;
+    return i;
+  }
+
+  std::vector<Slot> slots_;  // a power of two, at most half full; probed linearly
+  std::vector<std::uint32_t> next_;
+
+  // One bit for each eighth of a slot, set where a key was added. Most look-ups are for neighbours
+  // that do not exist, and end here, in a table small enough for the nearest cache.
+  std::vector<std::uint64_t> filter_;
+
+  // Keys are sums of products, so it is their high bits that are well mixed.
+  unsigned slotShift_ = 0;
+  unsigned bitShift_ = 0;
+};
+
+}  // namespace ostrel

@@ -1,0 +1,59 @@
+// Ordered lists of cubes and the operations on one or two cubes that make new ones.
+//
+// A list is a sum of products. Its order is part of its value: it decides which cubes are merged
+// first and in which order terms are written, so each operation says how it leaves its list. All
+// cubes of a list have the list's width, which is handed along with it; a literal at or beyond
+// that width is a caller's mistake.
+#pragma once
+
+#include <bit>
+#include <cstddef>
+#include <optional>
+#include <span>
+#include <vector>
+
+#include "minimizer/cube.h"
+
+namespace ostrel {
+
+using CubeList = std::vector<Cube>;
+
+/// Number of dashes among the columns 0 to width - 1.
+inline std::size_t dashCount(const Cube& cube, std::size_t width) {
+  return width - cube.literalCount();
+}
+
+/// Moves every literal to the column that `columnMap` gives for its own column; all other columns
+/// of the result are dashes. The map must reach every column with a literal, and must not send two
+/// of them to one place.
+Cube remapCube(const Cube& cube, std::span<const std::size_t> columnMap);
+
+/// The product of two cubes: the points that lie in both. Nothing if there is none.
+std::optional<Cube> intersectCubes(const Cube& a, const Cube& b);
+
+/// The column of the only difference of two cubes with dashes at the same places. Nothing if a
+/// dash stands against a literal anywhere, or if the distance is not exactly 1.
+inline std::optional<std::size_t> adjacentColumn(const Cube& a, const Cube& b) {
+  std::optional<std::size_t> column;
+  const std::size_t blocks = std::max(a.blockCount(), b.blockCount());
+  for (std::size_t i = 0; i < blocks; ++i) {
+    const Cube::Block x = a.block(i);
+    const Cube::Block y = b.block(i);
+    if (x.care != y.care) return std::nullopt;
+    const std::uint64_t difference = x.value ^ y.value;
+    if (difference == 0) continue;
+    if (column || !std::has_single_bit(difference)) return std::nullopt;
+    column = i * 64 + static_cast<std::size_t>(std::countr_zero(difference));
+  }
+  return column;
+}
+
+/// The plain sharp product: what is left of `a` when the points of `b` are taken away.
+///
+/// If the two are disjoint, `a` is left whole: the result is false and `pieces` stays as it is.
+/// Otherwise the result is true, and for each column from left to right in which `a` has a dash
+/// and `b` a literal, `a` with the inverse of that literal is appended to `pieces`; nothing is
+/// appended if `a` lies inside `b`. The pieces overlap.
+bool sharpCube(const Cube& a, const Cube& b, CubeList& pieces);
+
+}  // namespace ostrel

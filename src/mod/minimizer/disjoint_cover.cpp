@@ -1,0 +1,200 @@
+// Disjoint covers: cubes of which no two share a point, so that their OR is their exclusive OR.
+//
+// The cubes are brought into a work group one by one, those with the most dashes first. A cube
+// that is disjoint from the whole work group joins it. Where two cubes meet, the one with more
+// dashes (the work cube, if they have equally many) stays whole, and the other becomes what is
+// left of it: one piece in place, further pieces in the pending group, which is worked off in the
+// same way when all cubes have had their turn. The pieces of a cube overlap each other, and so
+// each of them must pass the work group like any other cube.
+//
+// Example: "-11" stands in the work group when "11-" comes. The work cube stays, "11-" becomes
+// "110", which is disjoint and joins. With "1--" against "-00" the latter becomes "000"; with
+// "11--" against "--11" the latter leaves the pieces "0-11" in place and "-011" pending.
+//
+// A scan of a list stops as soon as the cube in hand turns out to lie inside a work cube while
+// other work cubes are still to come; the list is then purged and scanned again from its front.
+// The cost of a scan is the list times the work group, a few word operations for each pair.
+#include <algorithm>
+#include <cassert>
+#include <utility>
+
+#include "minimizer/cube_table.h"
+
+namespace ostrel {
+namespace {
+
+class DisjointCover {
+ public:
+  DisjointCover(std::span<const Cube> cubes, std::size_t width);
+
+  bool build();
+  const ImplicantList& cubes() const { return work_; }
+
+ private:
+  void removeContained();
+  void placeGroup(ImplicantList& group);
+  bool placePieces();
+  void scan(ImplicantList& list, bool isFirstScan);
+  bool fitCube(Implicant& cube, bool isFirstScan);
+  void splitPair(Implicant& a, Implicant& b);
+  bool isWithinLimit();
+
+  std::size_t width_;
+  CubeTable inputs_;       // the given cubes by number of dashes
+  ImplicantList work_;     // the disjoint cover; deleted cubes stand in it until it is purged
+  ImplicantList pending_;  // pieces of split cubes that wait for their turn
+};
+
+DisjointCover::DisjointCover(std::span<const Cube> cubes, std::size_t width)
+    : width_(width), inputs_(width + 1) {
+  for (const Cube& cube : cubes) pushCube(inputs_[dashCount(cube, width)], cube);
+}
+
+bool DisjointCover::build() {
+  removeContained();
+  for (auto group = inputs_.rbegin(); group != inputs_.rend(); ++group) placeGroup(*group);
+  return placePieces();
+}
+
+// Only the first cube of each group removes cubes here. What else is contained in some cube goes
+// when it meets that cube in the work group.
+void DisjointCover::removeContained() {
+  for (std::size_t d = width_; d > 0; --d) {
+    if (inputs_[d].empty()) continue;
+    const Cube& first = inputs_[d].back().cube;
+    for (std::size_t lower = d; lower-- > 0;) {
+      std::erase_if(inputs_[lower],
+                    [&](const Implicant& inner) { return cubeContains(first, inner.cube); });
+    }
+  }
+}
+
+// In the first scan a cube that joins the work group stays in its own group as well; the next scan
+// finds it inside its copy. Later scans take it out at once.
+void DisjointCover::placeGroup(ImplicantList& group) {
+  bool isFirstScan = true;
+  while (!group.empty()) {
+    scan(group, isFirstScan);
+    isFirstScan = false;
+    purgeGroup(group);
+    purgeGroup(work_);
+    if (work_.empty() && !group.empty()) {
+      work_.push_back(std::move(group.back()));
+      group.pop_back();
+    }
+  }
+}
+
+bool DisjointCover::placePieces() {
+  purgeGroup(work_);
+  if (!isWithinLimit()) return false;
+  ImplicantList list;
+  while (!pending_.empty()) {
+    list.clear();
+    std::swap(list, pending_);
+    scan(list, false);
+    // Pieces that arrived during the scan stand in front of the list.
+    std::move(pending_.begin(), pending_.end(), std::back_inserter(list));
+    std::swap(list, pending_);
+    purgeGroup(pending_);
+    purgeGroup(work_);
+    if (!isWithinLimit()) return false;
+  }
+  return true;
+}
+
+bool DisjointCover::isWithinLimit() {
+  return work_.size() <= groupLimit;
+}
+
+void DisjointCover::scan(ImplicantList& list, bool isFirstScan) {
+  for (std::size_t i = list.size(); i-- > 0;) {
+    if (!fitCube(list[i], isFirstScan)) return;
+  }
+}
+
+// Tries to bring one cube into the work group; false if the scan has to stop. A cube that met
+// another one is looked at again, in the form it then has, in a later scan.
+bool DisjointCover::fitCube(Implicant& cube, bool isFirstScan) {
+  if (work_.empty()) {
+    pushCube(work_, cube.cube);
+    return true;
+  }
+  bool touched = false;
+  for (std::size_t i = work_.size(); i-- > 0;) {
+    Implicant& work = work_[i];
+    if (work.deleted) continue;
+    if (cube.deleted) return false;
+    if (!cubesIntersect(work.cube, cube.cube)) continue;
+    touched = true;
+    splitPair(work, cube);
+  }
+  if (touched) return true;
+  pushCube(work_, cube.cube);
+  cube.deleted = !isFirstScan;
+  return true;
+}
+
+// Takes the cube with more dashes (a, if they have equally many) away from the other one.
+void DisjointCover::splitPair(Implicant& a, Implicant& b) {
+  const bool aIsBig = a.cube.literalCount() <= b.cube.literalCount();
+  const Cube& big = aIsBig ? a.cube : b.cube;
+  Implicant& small = aIsBig ? b : a;
+  if (cubeContains(big, small.cube)) {
+    small.deleted = true;
+    return;
+  }
+  const Cube whole = small.cube;
+  bool isFirst = true;
+  big.forEachLiteral([&](std::size_t column, char literal) {
+    if (whole.at(column) != '-') return;
+    const char inverse = literal == '1' ? '0' : '1';
+    if (isFirst) {
+      small.cube.set(column, inverse);
+    } else {
+      pushCube(pending_, whole);
+      pending_.back().cube.set(column, inverse);
+    }
+    isFirst = false;
+  });
+}
+
+[[maybe_unused]] bool isPairwiseDisjoint(const ImplicantList& list) {
+  for (std::size_t i = 0; i < list.size(); ++i) {
+    for (std::size_t j = 0; j < i; ++j) {
+      if (cubesIntersect(list[i].cube, list[j].cube)) return false;
+    }
+  }
+  return true;
+}
+
+// A merged cube comes to the front of the next group, where it can merge again when the walk gets
+// there.
+void mergeAdjacent(CubeTable& table) {
+  for (ImplicantList& group : table) {
+    removePairs(group, [&](const Cube& a, const Cube& b) {
+      const auto column = adjacentColumn(a, b);
+      if (!column) return false;
+      Cube merged = a;
+      merged.set(*column, '-');
+      pushCube(table, std::move(merged));
+      return true;
+    });
+  }
+}
+
+}  // namespace
+
+bool buildDisjointCover(std::span<const Cube> cubes, CubeTable& table) {
+  const std::size_t width = table.size() - 1;
+  DisjointCover cover(cubes, width);
+  if (!cover.build()) return false;
+  assert(isPairwiseDisjoint(cover.cubes()));
+  for (auto i = cover.cubes().rbegin(); i != cover.cubes().rend(); ++i) {
+    pushCube(table, i->cube);
+  }
+  mergeAdjacent(table);
+  return true;
+}
+
+}  // namespace ostrel

@@ -1,0 +1,27 @@
+// An exclusive-or sum in two stages: cubes that share no point have the same OR and exclusive OR,
+// so the cubes are made disjoint first; then the list is shortened by identities that hold for the
+// exclusive OR alone.
+//
+// Example: "11-", "-11". Made disjoint, they are "110" and "-11", and a cross-link of these two
+// gives "010", "-1-". A point of "11-" and "-11" lies in "-1-" alone, "110" too, and "010" lies in
+// both.
+#include "minimizer/xor_cover.h"
+
+#include <utility>
+
+#include "minimizer/cube_table.h"
+
+namespace ostrel {
+
+std::optional<CubeList> xorCover(std::span<const Cube> cubes, std::size_t width) {
+  if (cubes.size() < 2 || width < 2) return std::nullopt;
+  CubeTable table(width + 1);
+  if (!buildDisjointCover(cubes, table) || !reduceXorCover(table)) return std::nullopt;
+  CubeList result;
+  for (ImplicantList& group : table) {
+    for (auto i = group.rbegin(); i != group.rend(); ++i) result.push_back(std::move(i->cube));
+  }
+  return result;
+}
+
+}  // namespace ostrel

@@ -1,0 +1,115 @@
+// Identities that shorten an exclusive-or sum.
+//
+// Link: for two cubes with dashes at the same places that differ in k literals, k cubes with one
+// dash more have the same exclusive OR. The i-th of them has the literals of the first cube in
+// front of the i-th difference, a dash there, and the literals of the second cube behind it. For
+// "111" and "000" these are "-00", "1-0", "11-".
+//
+// Cross-link: if b has one dash more than a and dashes wherever a has, let a' be a with that
+// literal inverted and t be a with a dash in its place. Then a XOR b = a' XOR (t XOR b), and t and
+// b can be linked. For "110" and "-11": a' = "010", and "-10", "-11" link to "-1-".
+//
+// A pass links all pairs in one group after the other, a cross pass all pairs of neighbouring
+// groups; they alternate until the cross pass finds nothing. Each pair takes the first partner
+// behind it, whether that pays or not; for k above 2 the list grows. New cubes come to the front
+// of a group that the walk has yet to reach. In the end equal cubes cancel in pairs. It ends
+// because cubes move only to groups with more dashes, while a cross-link leaves a in its place.
+#include <utility>
+
+#include "minimizer/cube_table.h"
+
+namespace ostrel {
+namespace {
+
+bool hasSameDashes(const Cube& a, const Cube& b) {
+  return everyBlock(a, b, [](Cube::Block x, Cube::Block y) { return x.care == y.care; });
+}
+
+/// Puts the link of two cubes into the table; false, and nothing done, if there is none because
+/// their dashes differ or they are equal.
+bool linkCubes(const Cube& a, const Cube& b, CubeTable& table) {
+  if (!hasSameDashes(a, b)) return false;
+  bool linked = false;
+  Cube mixed = b;  // the literals of a in front of the column in hand, those of b from there on
+  a.forEachLiteral([&](std::size_t column, char literal) {
+    if (b.at(column) == literal) return;
+    Cube link = mixed;
+    link.set(column, '-');
+    pushCube(table, std::move(link));
+    mixed.invert(column);
+    linked = true;
+  });
+  return linked;
+}
+
+/// Cross-links a with b, which has one dash more; true if the pair was rewritten.
+bool crossLink(Cube& a, Implicant& b, CubeTable& table) {
+  // With the dashes of a among those of b, b has exactly one more, in a column where a is literal.
+  std::size_t column = 0;
+  for (std::size_t i = 0; i < std::max(a.blockCount(), b.cube.blockCount()); ++i) {
+    const std::uint64_t aCare = a.block(i).care;
+    const std::uint64_t bCare = b.cube.block(i).care;
+    if ((bCare & ~aCare) != 0) return false;
+    if (aCare != bCare)
+      column = i * 64 + static_cast<std::size_t>(std::countr_zero(aCare & ~bCare));
+  }
+  Cube widened = a;
+  widened.set(column, '-');
+  if (!linkCubes(widened, b.cube, table)) return false;
+  b.deleted = true;
+  a.invert(column);
+  return true;
+}
+
+// The only place where a group is counted. Linked cubes stand in the next group in time for it.
+bool pairPass(CubeTable& table) {
+  for (ImplicantList& group : table) {
+    if (group.size() > groupLimit) return false;
+    removePairs(group, [&](const Cube& a, const Cube& b) { return linkCubes(a, b, table); });
+  }
+  return true;
+}
+
+enum class CrossResult { Unchanged, Changed, OverLimit };
+
+// A cube of the lower group stays, with one literal inverted, and is compared further in that form.
+//
+// Nothing is added to a group once its turn is over, and the next pair pass adds more before it
+// counts. So a group that ends its turn above the limit is bound to fail there, and it is reported
+// at once: the groups above it could grow by a factor of the width at each step.
+CrossResult crossPass(CubeTable& table) {
+  CrossResult result = CrossResult::Unchanged;
+  for (std::size_t d = 1; d < table.size(); ++d) {
+    ImplicantList& lower = table[d - 1];
+    ImplicantList& upper = table[d];
+    for (auto a = lower.rbegin(); a != lower.rend(); ++a) {
+      for (auto b = upper.rbegin(); b != upper.rend(); ++b) {
+        if (!b->deleted && crossLink(a->cube, *b, table)) result = CrossResult::Changed;
+      }
+    }
+    purgeGroup(upper);
+    if (upper.size() > groupLimit) return CrossResult::OverLimit;
+  }
+  return result;
+}
+
+void cancelPairs(CubeTable& table) {
+  for (ImplicantList& group : table) {
+    removePairs(group, [](const Cube& a, const Cube& b) { return a == b; });
+  }
+}
+
+}  // namespace
+
+bool reduceXorCover(CubeTable& table) {
+  CrossResult crossed = CrossResult::Changed;
+  while (crossed == CrossResult::Changed) {
+    if (!pairPass(table)) return false;
+    crossed = crossPass(table);
+  }
+  if (crossed == CrossResult::OverLimit) return false;
+  cancelPairs(table);
+  return true;
+}
+
+}  // namespace ostrel

@@ -1,0 +1,112 @@
+#include "verify/pairing.h"
+
+#include "verify/prover.h"
+#include "verify/view.h"
+
+namespace ostrel::verify {
+
+namespace {
+
+// The enable as a function of its columns, each Signal's two values taken as independent.
+bool isAlwaysOn(const Network& network, const Function& enable, int effort) {
+  if (const auto constant = network.obviousConstant(enable)) return *constant;
+  Graph graph;
+  Values values;
+  for (std::size_t i = 0; i < network.signals.size(); ++i) {
+    values.own.push_back(graph.variable());
+    values.pin.push_back(graph.variable());
+  }
+  View view(graph, network, std::move(values), std::vector<bool>(network.columns.size(), false));
+  const Literal on = view.meaning(enable).on;
+  Simulation simulation(graph);
+  return Prover(graph, simulation, effort).isNever(!on);
+}
+
+bool canBeOff(const Network& network, const Signal& signal, int effort) {
+  return !signal.isNode && signal.has(Slot::OutputEnable) &&
+         !isAlwaysOn(network, network.function(signal, Slot::OutputEnable), effort);
+}
+
+RegisterType combinationalAsOne(RegisterType type) {
+  return isRegistered(type) ? type : RegisterType::None;
+}
+
+// The declared type is not written back, so OUTPUT is read on top of the one of INPUT. The halves
+// of a plain function's pair have no word that would say again that it is combinational.
+RegisterType typeInOutput(const Network& in, const Signal& before, const Network& out,
+                          const Signal& after) {
+  const bool becamePair = before.shape() == DataShape::Logic && after.shape() == DataShape::Pair &&
+                          in.function(before, Slot::Logic).extension == Extension::None &&
+                          out.function(after, Slot::XorLeft).extension == Extension::X1;
+  const RegisterType base = becamePair ? RegisterType::COM : before.declaredType;
+  return combinationalAsOne(visibleType(out, after, base));
+}
+
+RegisterType typeInInput(const Network& in, const Signal& signal) {
+  return combinationalAsOne(visibleType(in, signal, signal.declaredType));
+}
+
+void compareKinds(const Pairing& p, std::size_t i, std::vector<std::string>& found) {
+  const Signal& in = p.in.signals[i];
+  const Signal* out = p.partner(i);
+  if (out == nullptr) {
+    if (!in.inColumn) return;
+    if (!in.isNode) found.push_back(in.name + ": the pin is missing in OUTPUT");
+    const bool holdsState =
+        isRegistered(in.type) && (in.hasControl() || in.shape() != DataShape::None);
+    if (in.isNode && holdsState) {
+      found.push_back(in.name + ": the registered node is missing in OUTPUT");
+    }
+    return;
+  }
+  if (in.isNode != out->isNode) {
+    found.push_back(in.name +
+                    (in.isNode ? ": the node has become a pin" : ": the pin has become a node"));
+  }
+  // Without visible data on one side there is nothing to compare here.
+  if (in.shape() == DataShape::None || out->shape() == DataShape::None) return;
+  if (typeInInput(p.in, in) != typeInOutput(p.in, in, p.out, *out)) {
+    found.push_back(in.name + ": the register type has changed");
+  }
+}
+
+void checkNewSignal(const Signal& signal, std::vector<std::string>& found) {
+  if (!signal.isNode) {
+    found.push_back(signal.name + ": the pin is not in INPUT");
+  } else if (isRegistered(signal.type) || signal.hasControl()) {
+    found.push_back(signal.name + ": the new node is not combinational");
+  } else if (signal.inColumn && signal.shape() == DataShape::None) {
+    found.push_back(signal.name + ": the new node has no function");
+  }
+}
+
+}  // namespace
+
+Pairing pairUp(const Network& in, const Network& out, int effort) {
+  Pairing p{in, out, {}, {}, {}, {}};
+  p.toIn.resize(out.signals.size());
+  for (std::size_t i = 0; i < in.signals.size(); ++i) {
+    const Signal& signal = in.signals[i];
+    const std::optional<std::size_t> o = out.find(signal.name);
+    p.toOut.push_back(o);
+    if (o) p.toIn[*o] = i;
+    p.registered.push_back(isRegistered(signal.type) || isRegistered(typeInInput(in, signal)) ||
+                           (o && isRegistered(typeInOutput(in, signal, out, out.signals[*o]))));
+    // An enable that INPUT leaves open may be always on in OUTPUT; whether it may is judged apart.
+    const bool onInOutput =
+        o && out.signals[*o].has(Slot::OutputEnable) && !canBeOff(out, out.signals[*o], effort);
+    p.twoValued.push_back(canBeOff(in, signal, effort) && !onInOutput);
+  }
+  return p;
+}
+
+std::vector<std::string> structuralDifferences(const Pairing& pairing) {
+  std::vector<std::string> found;
+  for (std::size_t i = 0; i < pairing.in.signals.size(); ++i) compareKinds(pairing, i, found);
+  for (std::size_t o = 0; o < pairing.out.signals.size(); ++o) {
+    if (!pairing.toIn[o]) checkNewSignal(pairing.out.signals[o], found);
+  }
+  return found;
+}
+
+}  // namespace ostrel::verify

@@ -1,0 +1,88 @@
+#include "verify/turned_nodes.h"
+
+namespace ostrel::verify {
+
+namespace {
+
+// A node that OUTPUT gives by a plain column; also one whose plain function was lost, since the
+// readers may have been turned all the same.
+bool canTurn(const Signal& in, const Signal& out) {
+  const DataShape before = in.shape();
+  const DataShape after = out.shape();
+  if (after == DataShape::None) return before == DataShape::Logic;
+  return in.isNode && after == DataShape::Logic && before != DataShape::None;
+}
+
+// Both .ASYNC and .SYNC are resets, so that an exchange does not show.
+bool hasWordsOfOneSlot(const Network& in, const Signal& signal) {
+  if (!signal.has(Slot::Reset)) return false;
+  const Extension e = in.function(signal, Slot::Reset).extension;
+  return e == Extension::ASYNC || e == Extension::SYNC;
+}
+
+// Where a Signal's Set and Reset fail in the arrangement that its sense asks for.
+class SetResetConflict {
+ public:
+  SetResetConflict(Graph& graph, const Pairing& pairing, const Excuses& excuses, Views& views)
+      : graph_(graph), pairing_(pairing), excuses_(excuses), views_(views) {}
+
+  Literal of(std::size_t i, Literal sense) {
+    const Signal& in = pairing_.in.signals[i];
+    const Signal& out = *pairing_.partner(i);
+    const bool hasData = isGiven(in, Slot::Logic) && isGiven(out, Slot::Logic);
+    const bool marks = pairing_.in.isInverted(in) != pairing_.out.isInverted(out);
+    const Literal exchange = hasData ? sense ^ marks : falseLiteral;
+    const Literal straight =
+        graph_.either(failing(i, Slot::Reset, Slot::Reset), failing(i, Slot::Set, Slot::Set));
+    const Literal crossed =
+        graph_.either(failing(i, Slot::Reset, Slot::Set), failing(i, Slot::Set, Slot::Reset));
+    return graph_.either(graph_.both(exchange, crossed), graph_.both(!exchange, straight));
+  }
+
+ private:
+  Literal failing(std::size_t i, Slot slot, Slot outSlot) {
+    const Signal& out = *pairing_.partner(i);
+    const auto wanted = meaningOf(views_.in, pairing_.in, pairing_.in.signals[i], slot);
+    if (!wanted || (!out.has(outSlot) && excuses_.forMissing(i, slot, outSlot))) {
+      return falseLiteral;
+    }
+    const auto given = meaningOf(views_.out, pairing_.out, out, outSlot);
+    return given ? conflict(graph_, *wanted, given->on) : trueLiteral;
+  }
+
+  Graph& graph_;
+  const Pairing& pairing_;
+  const Excuses& excuses_;
+  Views& views_;
+};
+
+}  // namespace
+
+Senses findTurnedNodes(Comparer& comparer, const Pairing& pairing, const RunOptions& options,
+                       const Excuses& excuses) {
+  std::vector<std::size_t> candidates;
+  std::vector<Task> tasks;
+  std::vector<std::size_t> initialized;
+  for (std::size_t i = 0; i < pairing.in.signals.size(); ++i) {
+    const Signal& in = pairing.in.signals[i];
+    const Signal* out = pairing.partner(i);
+    if (out == nullptr) continue;
+    if (canTurn(in, *out)) candidates.push_back(i);
+    if (options.swapSetReset && !hasWordsOfOneSlot(pairing.in, in)) initialized.push_back(i);
+    for (const Slot s : {Slot::Logic, Slot::Clock, Slot::ClockEnable, Slot::OutputEnable}) {
+      if (isGiven(in, s) && isGiven(*out, s)) tasks.push_back({i, s, s});
+    }
+  }
+  if (candidates.empty()) return comparer.senses();
+  Scene& scene = comparer.scene();
+  return findSenses(scene, candidates, [&](const Values& leaves, const auto& senses) {
+    Views views = scene.build(Recipe::SharedReplaced, leaves, senses);
+    SetResetConflict setReset(scene.graph(), pairing, excuses, views);
+    std::vector<Literal> conflicts;
+    for (const Task& t : tasks) conflicts.push_back(comparer.conflict(t, views, senses));
+    for (const std::size_t i : initialized) conflicts.push_back(setReset.of(i, senses[i]));
+    return conflicts;
+  });
+}
+
+}  // namespace ostrel::verify
