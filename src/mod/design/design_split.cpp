@@ -66,7 +66,7 @@ void Design::splitEquations() {
 
 /// Gives the number of passes: a search that finds nothing counts too.
 int Design::shareTerms() {
-  TermSharing sharing(*this);
+  TermSharing sharing(*this, options().clusterSize);
   int passes = 0;
   bool found = true;
   while (found && sharing.candidateCount() > 0) {

@@ -9,7 +9,8 @@
 
 namespace ostrel {
 
-TermSharing::TermSharing(Design& design) : design_(design) {
+TermSharing::TermSharing(Design& design, int candidateLimit)
+    : design_(design), candidateLimit_(candidateLimit) {
   for (Signal* signal : design.logicList()) enterCandidates(*signal);
   for (std::size_t id = 0; id < candidates_.size(); ++id) {
     for (const Cover cover : candidates_[id]->onSet()) {
@@ -22,7 +23,7 @@ TermSharing::TermSharing(Design& design) : design_(design) {
 /// uses count from here on; their scores are still to be worked out.
 void TermSharing::enterCandidates(Signal& signal) {
   EquationList found;
-  signal.checkSplit(found, options().clusterSize, false);
+  signal.checkSplit(found, candidateLimit_, false);
   for (const EquationList::Entry& entry : found.entries()) {
     const auto id = static_cast<CandidateId>(candidates_.size());
     candidates_.push_back(entry.equation);
@@ -35,7 +36,7 @@ void TermSharing::enterCandidates(Signal& signal) {
 /// Enters a node that was made in the course of the search.
 void TermSharing::addNode(Signal& node) {
   EquationList found;
-  node.checkSplit(found, options().clusterSize, false);
+  node.checkSplit(found, candidateLimit_, false);
   if (found.isEmpty()) return;
   const auto id = static_cast<CandidateId>(candidates_.size());
   candidates_.push_back(node.slot(SlotLogic));
@@ -46,7 +47,7 @@ void TermSharing::addNode(Signal& node) {
 
 bool TermSharing::isCandidate(const Equation& equation) const {
   EquationList found;
-  equation.owner->checkSplit(found, options().clusterSize, false);
+  equation.owner->checkSplit(found, candidateLimit_, false);
   return std::any_of(found.entries().begin(), found.entries().end(),
                      [&](const auto& entry) { return entry.equation == &equation; });
 }

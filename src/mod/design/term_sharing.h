@@ -32,9 +32,9 @@ class Signal;
 
 class TermSharing {
  public:
-  /// Gathers the candidates of the design. The design outlives the search, and only the search
-  /// changes its logic in the meantime.
-  explicit TermSharing(Design& design);
+  /// Gathers the candidates of the design, which have more terms than the limit. The design
+  /// outlives the search, and only the search changes its logic in the meantime.
+  TermSharing(Design& design, int candidateLimit);
 
   /// Equations that are still wide enough to take part.
   int candidateCount() const { return activeCount_; }
@@ -64,6 +64,7 @@ class TermSharing {
   std::vector<CandidateId>& holders(Cover cover);
 
   Design& design_;
+  int candidateLimit_;
   std::vector<Equation*> candidates_;
   std::vector<std::int64_t>
       scores_;  // by candidate: use counts of its terms added up, -1 if it left
