@@ -54,16 +54,16 @@ TEST(TermSharing, SharesWhatIsWorthANode) {
   Built worth(shareable, options);
   TermSharing search(worth.design, 2);
   EXPECT_EQ(search.candidateCount(), 2);
-  EXPECT_TRUE(search.shareTerms());
+  EXPECT_TRUE(search.shareOneGroup());
   EXPECT_EQ(worth.terms("com_0", SlotLogic), Terms({"1----", "-1---"}));
   EXPECT_EQ(worth.terms("X", SlotLogic), Terms({"--1--", "----1"}));
   EXPECT_EQ(worth.terms("Y", SlotLogic), Terms({"---1-", "----1"}));
   EXPECT_FALSE(worth.signal("X").reduced);
-  EXPECT_FALSE(search.shareTerms());
+  EXPECT_FALSE(search.shareOneGroup());
 
   options.clusterSize = 4;  // 2 terms in 2 Equations are no more than a cluster
   Built tooSmall(shareable, options);
-  EXPECT_FALSE(TermSharing(tooSmall.design, 2).shareTerms());
+  EXPECT_FALSE(TermSharing(tooSmall.design, 2).shareOneGroup());
   EXPECT_EQ(tooSmall.design.findSignal("com_0"), nullptr);
 }
 
@@ -132,8 +132,8 @@ TEST(Signal, ChecksItsLimits) {
     EquationList plain;
     built.signal("X").checkSplit(pair, row.limit, false);
     built.signal("Y").checkSplit(plain, row.limit, false);
-    EXPECT_EQ(pair.entries().size(), row.pair) << row.limit << ' ' << row.cluster;
-    EXPECT_EQ(plain.entries().size(), row.plain) << row.limit;
+    EXPECT_EQ(pair.size(), row.pair) << row.limit << ' ' << row.cluster;
+    EXPECT_EQ(plain.size(), row.plain) << row.limit;
   }
 }
 

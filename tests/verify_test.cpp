@@ -210,6 +210,9 @@ TEST(Verify, NamesWhatTheRunItselfGivesUp) {
        "A B Q|N|f|A B N|Q.D Q.C N|1-- 1~~,--0 ~1~,11- ~~1,00- ~~1", "", "!Q, clock: with"},
       {"A B Y|N|f|A B N|Y- N.X1 N.X2|--1 1~~,1-- ~1~,-1- ~~1",
        "A B Y||f|A B|Y.X1- Y.X2-|1- 1~,-1 ~1", "", "?Y, logic: it took over the XOR pair of N"},
+      // Only the row of 0 that stands for Y read M, and M went as unread.
+      {"A B Y|M|fr|A B M|Y M|1-- 1~,-1- 1~,-01 0~,0-- ~1,1-- ~0", "A B Y||f|A B|Y-|-0 1", "",
+       "?Y, logic: rows of 0 alone read M"},
       // Terms that P had are read at its pin, where it can be off.
       {"A B E P Q||f|A B E|P P.OE Q.D Q.C|11- 1~~1,00- 1~~1,--1 ~1~~,1-- ~~1~",
        "A B E P Q||f|A B E P.PIN|P P.OE Q.D Q.C|11-- 1~~~,00-- 1~~~,--1- ~1~~,1--- ~~1~,---1 ~~~1",

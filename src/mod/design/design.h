@@ -124,7 +124,7 @@ class Design {
 
   Signal& createBuriedNode(std::string_view baseName);
   std::string makeNodeName(std::string_view baseName);
-  Status applyControlNodes(EquationList& candidates);
+  void applyControlNodes(const EquationList& candidates);
   std::size_t controlColumn(Signal& node);
   int shareTerms();
   int cutWideEquations();

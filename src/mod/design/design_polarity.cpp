@@ -25,7 +25,7 @@ void Design::assignFeedbackExtensions() {
   const bool internalFeedback = options().internalFeedback;
   for (InputColumn& column : columns_) {
     const Signal& signal = *column.signal;
-    if (column.extension != Extension::None || !signal.isOutputPin(false)) continue;
+    if (column.extension != Extension::None || !signal.isOutputPin()) continue;
     const Equation* enable = signal.slot(SlotOutputEnable);
     const bool isAlwaysOn = enable == nullptr || enable->isConstant(Constant::One);
     if (!internalFeedback || !isAlwaysOn) {

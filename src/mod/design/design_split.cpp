@@ -3,7 +3,14 @@
 // Control functions and left exclusive-or operands come down to one literal each. Then groups of
 // terms that several Equations have in common get a node that all of them read, and what is still
 // too wide is cut into nodes of its own.
+//
+// Example for cutting: 40 terms under a limit of 16, with clusters of 5, give 15 terms to a node
+// and read it, which leaves 26, and once more, which leaves 12.
+//
+// Candidates are served in the order of logicList, terms in that of their chain. A cut costs one
+// walk over the chain.
 #include <algorithm>
+#include <unordered_set>
 
 #include "design/design.h"
 #include "design/term_sharing.h"
@@ -12,39 +19,58 @@
 #include "run/options.h"
 
 namespace ostrel {
+namespace {
+
+/// The first `count` distinct terms of the chain.
+CoverChain firstTerms(const CoverChain& chain, std::size_t count) {
+  CoverChain group;
+  std::unordered_set<std::uint32_t> taken;
+  for (const Cover cover : chain) {
+    if (group.size() == count) break;
+    if (taken.insert(cover.index).second) group.push_back(cover);
+  }
+  return group;
+}
+
+/// How many terms a node takes: whole clusters, as many as fit the limit.
+int groupSize(int limit) {
+  const int cluster = std::max(options().clusterSize, 1);
+  const int whole = limit / cluster * cluster;
+  return whole == 0 ? limit : whole;
+}
+
+}  // namespace
 
 void Design::splitControlEquations() {
   EquationList candidates;
   for (Signal* signal : logicList_) signal->checkControlSplit(candidates);
-  if (!candidates.isEmpty()) applyControlNodes(candidates);
+  if (!candidates.empty()) applyControlNodes(candidates);
 }
 
-/// One node serves all candidates that have exactly its terms. Failed, with the rest unserved, at
-/// a candidate without ON terms.
-Status Design::applyControlNodes(EquationList& candidates) {
-  auto& entries = candidates.entries();
-  for (std::size_t n = 0; n < entries.size(); ++n) {
+/// One node serves all candidates that have exactly its terms.
+void Design::applyControlNodes(const EquationList& candidates) {
+  std::vector<bool> isServed(candidates.size(), false);
+  for (std::size_t n = 0; n < candidates.size(); ++n) {
     heartMsg();
-    if (entries[n].done) continue;
-    Equation& equation = *entries[n].equation;
-    equation.dropRepeatedCovers();
+    Equation& equation = *candidates[n];
+    if (isServed[n]) continue;
+    const bool hadRepeated = equation.dropRepeatedCovers();
     const CoverChain covers = equation.onSet();
-    Signal* node = findEquivalent(equation);
-    if (node == nullptr && !covers.empty()) node = &createNodeFrom(covers, equation.name);
-    const auto column = node == nullptr ? std::size_t{0} : controlColumn(*node);
-    if (covers.empty()) return Status::Failed;
-    const Polarity polarity =
-        columns_[column].signal->inversionCount() == 1 ? Polarity::Inverted : Polarity::None;
-    for (std::size_t m = n; m < entries.size(); ++m) {
-      Equation& reader = *entries[m].equation;
-      if (&reader != node->slot(SlotLogic) &&
-          reader.substituteNode(covers, column, polarity, true)) {
-        entries[m].done = true;
+    if (covers.size() > 1) {
+      Signal* node = findEquivalent(equation);
+      if (node == nullptr) node = &createNodeFrom(covers, equation.name);
+      const std::size_t column = controlColumn(*node);
+      const Polarity polarity =
+          columns_[column].signal->inversionCount() == 1 ? Polarity::Inverted : Polarity::None;
+      for (std::size_t m = n; m < candidates.size(); ++m) {
+        if (candidates[m] == node->slot(SlotLogic)) continue;
+        if (candidates[m]->substituteNode(covers, column, polarity, true)) isServed[m] = true;
       }
     }
+    // What is left can be a constant, which doesn't count as logic.
+    if (hadRepeated) logicListIsCurrent_ = false;
   }
   logMessage(toLog, "\n");
-  return Status::Ok;
 }
 
 /// The column through which a control function reads a node: the internal value where there is one.
@@ -69,12 +95,11 @@ int Design::shareTerms() {
   TermSharing sharing(*this, options().clusterSize);
   int passes = 0;
   bool found = true;
-  while (found && sharing.candidateCount() > 0) {
+  while (found) {
     heartMsg();
+    if (sharing.candidateCount() == 0) break;
     ++passes;
-    logMessage(toNowhere, "<Note> %s:  splitting %d equations in iteration %d...\n", toolTag,
-               sharing.candidateCount(), passes);
-    found = sharing.shareTerms();
+    found = sharing.shareOneGroup();
   }
   return passes;
 }
@@ -88,7 +113,7 @@ int Design::cutWideEquations() {
     for (Signal* signal : logicList_) {
       signal->checkSplit(candidates, options().splitMax, passes == 0);
     }
-    if (candidates.isEmpty()) break;
+    if (candidates.empty()) break;
     refreshFanout(options().speed);
     changed = splitWide(candidates);
     ++passes;
@@ -96,33 +121,12 @@ int Design::cutWideEquations() {
   return passes;
 }
 
-namespace {
-
-/// The first `count` distinct terms of the chain.
-CoverChain firstTerms(const CoverChain& chain, std::size_t count) {
-  CoverList group;
-  for (const Cover cover : chain) {
-    if (group.covers().size() == count) break;
-    if (!group.contains(cover)) group.add(cover);
-  }
-  return {group.covers().begin(), group.covers().end()};
-}
-
-/// How many terms a node takes: whole clusters, as many as fit the limit.
-int groupSize(int limit) {
-  const int cluster = std::max(options().clusterSize, 1);
-  const int whole = limit / cluster * cluster;
-  return whole == 0 ? limit : whole;
-}
-
-}  // namespace
-
 /// Cuts every candidate down to its limit, terms that read the same columns together. False if no
 /// node was made: with a limit of 1 each cut would put a literal in the place of a term.
 bool Design::splitWide(const EquationList& candidates) {
   bool changed = false;
-  for (const EquationList::Entry& entry : candidates.entries()) {
-    Equation& equation = *entry.equation;
+  for (Equation* candidate : candidates) {
+    Equation& equation = *candidate;
     equation.owner->reduced = false;
     equation.owner->xorTried = false;
     equation.orderCovers();

@@ -19,37 +19,36 @@ TermSharing::TermSharing(Design& design, int candidateLimit)
   }
 }
 
-/// Enters the Equations of the Signal that are wide enough, behind all older candidates. Their
-/// uses count from here on; their scores are still to be worked out.
+/// Enters the Equations of the Signal that are wide enough, behind all older candidates, and their
+/// uses. Their scores are still to be worked out.
 void TermSharing::enterCandidates(Signal& signal) {
   EquationList found;
   signal.checkSplit(found, candidateLimit_, false);
-  for (const EquationList::Entry& entry : found.entries()) {
+  for (Equation* equation : found) {
     const auto id = static_cast<CandidateId>(candidates_.size());
-    candidates_.push_back(entry.equation);
+    candidates_.push_back(equation);
     scores_.push_back(0);
     ++activeCount_;
-    for (const Cover cover : entry.equation->onSet()) holders(cover).push_back(id);
+    for (const Cover cover : equation->onSet()) holders(cover).push_back(id);
   }
 }
 
-/// Enters a node that was made in the course of the search.
+/// Enters a node that was made in the course of the search; its terms have one use more each.
 void TermSharing::addNode(Signal& node) {
-  EquationList found;
-  node.checkSplit(found, candidateLimit_, false);
-  if (found.isEmpty()) return;
-  const auto id = static_cast<CandidateId>(candidates_.size());
-  candidates_.push_back(node.slot(SlotLogic));
-  scores_.push_back(0);
-  ++activeCount_;
-  for (const Cover cover : node.slot(SlotLogic)->onSet()) addUses(cover, {&id, 1});
+  const std::size_t id = candidates_.size();
+  enterCandidates(node);
+  if (id == candidates_.size()) return;
+  for (const Cover cover : candidates_[id]->onSet()) {
+    const std::vector<CandidateId>& uses = holders(cover);
+    for (const CandidateId holder : uses) scores_[holder] += holder == id ? 0 : 1;
+    scores_[id] += static_cast<std::int64_t>(uses.size());
+  }
 }
 
 bool TermSharing::isCandidate(const Equation& equation) const {
   EquationList found;
   equation.owner->checkSplit(found, candidateLimit_, false);
-  return std::any_of(found.entries().begin(), found.entries().end(),
-                     [&](const auto& entry) { return entry.equation == &equation; });
+  return std::find(found.begin(), found.end(), &equation) != found.end();
 }
 
 void TermSharing::dropNarrow(std::span<const CandidateId> ids) {
@@ -164,7 +163,7 @@ void TermSharing::growGroup(std::vector<CandidateId>& level, std::vector<Cover>&
   }
 }
 
-bool TermSharing::shareTerms() {
+bool TermSharing::shareOneGroup() {
   if (activeCount_ < 2) return false;
   const auto best = std::max_element(scores_.begin(), scores_.end()) - scores_.begin();
   const Equation& equation = *candidates_[static_cast<std::size_t>(best)];

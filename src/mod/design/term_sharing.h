@@ -41,7 +41,7 @@ class TermSharing {
 
   /// Finds one group and gives it a node, or a Signal that computes it already. False, with
   /// nothing changed, if there is no group that is worth it.
-  bool shareTerms();
+  bool shareOneGroup();
 
  private:
   using CandidateId = std::uint32_t;  // in the order of the candidates

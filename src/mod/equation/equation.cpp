@@ -68,16 +68,10 @@ bool Equation::isConstant(Constant constant) const {
   return chain.empty() || isUniversal(chain.front(), *terms_);
 }
 
-bool Equation::isControl() const {
-  static constexpr std::array notControl = {
-      Extension::None, Extension::J,  Extension::K,  Extension::D,   Extension::T,
-      Extension::Q,    Extension::L,  Extension::LD, Extension::PIN, Extension::FB,
-      Extension::REG,  Extension::CP, Extension::X1, Extension::X2,  Extension::COM};
-  return std::find(notControl.begin(), notControl.end(), extension) == notControl.end();
-}
-
 bool Equation::isTooComplex() const {
-  const auto columns = static_cast<std::int64_t>(supportColumns().size());
+  ColumnSet used = supportColumns();
+  if (onSet_.empty()) ostrel::markUsedColumns(offSet_, *terms_, used);
+  const auto columns = static_cast<std::int64_t>(used.size());
   return columns * columns * (onCount() + offCount()) > complexityLimit;
 }
 

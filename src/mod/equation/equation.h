@@ -13,7 +13,6 @@
 
 #include "fil/pla_file.h"
 #include "logic/cover_chain.h"
-#include "logic/cover_list.h"
 #include "logic/row_merger.h"
 #include "logic/term_table.h"
 #include "run/options.h"
@@ -73,11 +72,8 @@ class Equation {
   /// True if the Equation is the constant. Without terms it is 0, or 1 if it is inverted.
   bool isConstant(Constant constant) const;
 
-  /// True for the function of a clock, enable, reset, set or output enable, by the extension.
-  bool isControl() const;
-
   /// True if the square of the columns in use times the terms of both sets passes 4096: then no
-  /// missing set is worked out.
+  /// missing set is worked out. Without an ON set the columns of the OFF set count.
   bool isTooComplex() const;
 
   /// True if the ON sets, or the OFF sets, are not empty and hold the same terms.
@@ -126,29 +122,19 @@ class Equation {
 
   // ---- splitting ----
 
-  /// Adds the terms of the ON set to `target`, in order.
-  void collectCovers(CoverList& target) const;
-
-  /// Rearranges both sets so that terms which read the same columns stand together.
+  /// Rearranges both sets so that terms which read the same columns stand together; a tie goes to
+  /// the term that stands first.
   void orderCovers();
 
-  /// The use counts in `list` of all terms of the ON set, added up.
-  int sharedUse(const CoverList& list) const;
-
-  /// The first term of the ON set with the highest use count in `list`, none if no term is there.
-  std::optional<Cover> mostSharedCover(const CoverList& list) const;
-
-  /// True if the set holds the term.
-  bool hasCover(Cover cover, SetSelector set) const;
-
-  /// Replaces the listed terms of the ON set by one literal of `column`, "0" for an inverted
-  /// polarity and "1" otherwise, at the end of the chain, and drops the OFF set. False, with
-  /// nothing changed, if a term is missing, or with `exact` if the list isn't the whole set.
+  /// Replaces the listed terms of the ON set, which are distinct and at least one, by one literal
+  /// of `column`, "0" for an inverted polarity and "1" otherwise, at the end of the chain, and
+  /// drops the OFF set. False, with nothing changed, if a term is missing, or with `exact` if the
+  /// list isn't the whole set.
   bool substituteNode(std::span<const Cover> list, std::size_t column, Polarity nodePolarity,
                       bool exact);
 
-  /// Drops the later copies of equal terms from the ON set.
-  void dropRepeatedCovers();
+  /// Drops the later copies of equal terms from the ON set. True if there were any.
+  bool dropRepeatedCovers();
 
   // ---- exclusive-or synthesis ----
 

@@ -10,6 +10,7 @@
 // column instead of being counted anew for each choice, so the cost is that of the literals, times
 // a logarithm for the choice of the greatest.
 #include <algorithm>
+#include <optional>
 #include <queue>
 #include <utility>
 #include <vector>

@@ -1,7 +1,6 @@
 #include "logic/cover_chain.h"
 
 #include <algorithm>
-#include <unordered_map>
 #include <utility>
 
 #include "minimizer/cube_list.h"
@@ -54,19 +53,6 @@ bool sameTerms(std::span<const Cover> a, std::span<const Cover> b) {
     return copy;
   };
   return sorted(a) == sorted(b);
-}
-
-void removeListed(CoverChain& chain, std::span<const Cover> listed) {
-  std::unordered_map<std::uint32_t, std::size_t> toRemove;
-  for (const Cover cover : listed) ++toRemove[cover.index];
-  std::size_t left = chain.size();
-  std::erase_if(chain, [&](Cover cover) {
-    const auto entry = toRemove.find(cover.index);
-    if (entry == toRemove.end() || entry->second == 0 || left == 1) return false;
-    --entry->second;
-    --left;
-    return true;
-  });
 }
 
 CoverChain minimizeChain(std::span<const Cover> chain, TermTable& terms) {

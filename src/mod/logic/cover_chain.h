@@ -24,10 +24,6 @@ bool chainHasText(std::span<const Cover> chain, Cover cover);
 /// True if the chains are equally long and every term of each stands in the other.
 bool sameTerms(std::span<const Cover> a, std::span<const Cover> b);
 
-/// Takes the first term that equals each entry of `listed` out of the chain, entry by entry. The
-/// last term of a chain is never taken: an Equation isn't emptied this way.
-void removeListed(CoverChain& chain, std::span<const Cover> listed);
-
 /// The chain minimised over the columns that it uses, by joining of neighbours and subsumption;
 /// its order is that of minimizeList.
 CoverChain minimizeChain(std::span<const Cover> chain, TermTable& terms);

@@ -171,12 +171,6 @@ bool Signal::hasNoLogic() const {
   });
 }
 
-bool Signal::isOutputPin(bool canBeOff) const {
-  if (isNode || hasNoLogic()) return false;
-  return !canBeOff ||
-         (slotHasLogic(SlotOutputEnable) && !slot(SlotOutputEnable)->isConstant(Constant::One));
-}
-
 Status Signal::checkLogic() {
   if (slot(SlotLogic) != nullptr || slot(SlotXorLeft) != nullptr) return Status::Ok;
   if (slot(SlotOutputEnable) != nullptr && slot(SlotOutputEnable)->isConstant(Constant::Zero)) {

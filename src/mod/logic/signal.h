@@ -72,8 +72,8 @@ class Signal {
   void deleteSlot(Slot index) { slots_[index].reset(); }
   bool hasXorPair() const { return slot(SlotXorLeft) != nullptr && slot(SlotXorRight) != nullptr; }
 
-  /// Adds the columns that the logic reads, or with `logicOnly` false all slots, to `columns`. A
-  /// full XOR pair hides SlotLogic.
+  /// Adds the columns that the logic reads to `target`, and unless `logicOnly` those that the
+  /// control functions read. A full XOR pair hides SlotLogic.
   void collectColumns(ColumnSet& target, bool logicOnly);
 
   // ---- queries ----
@@ -85,8 +85,8 @@ class Signal {
   /// True if no slot holds a term; an output enable that is constantly 0 counts as none.
   bool hasNoLogic() const;
 
-  /// A pin with logic; with `canBeOff` also one whose output enable isn't constantly 1.
-  bool isOutputPin(bool canBeOff) const;
+  /// A pin with logic.
+  bool isOutputPin() const { return !isNode && !hasNoLogic(); }
 
   /// Fatal, with a message, if there is a clock or an output enable and no function to control. An
   /// output enable that is constantly 0 is dropped in that case.
@@ -110,14 +110,16 @@ class Signal {
 
   // ---- decisions on the logic ----
 
-  /// Replaces SlotLogic by an XOR pair if the pair has fewer terms. True if there is a pair
-  /// afterwards, one that was there before included.
+  /// Replaces SlotLogic by an XOR pair if the pair has fewer terms. A function of fewer than three
+  /// terms is left alone, and so is a Signal declared inverted. True if there is a pair afterwards,
+  /// one that was there before included.
   bool synthesizeXor();
 
   /// Chooses the sets of an XOR pair and which operand stands on the left.
   void orderXorPair();
 
-  /// Exchanges the contents of two slots; extension and XOR role stay with the slot.
+  /// Exchanges the contents of two slots; extension and XOR role stay with the slot. An Equation
+  /// that moves to an empty slot takes the twin of its extension.
   void swapSlots(Slot a, Slot b);
 
   /// Minimises the logic. Logic that splitting has changed also chooses its set anew.
@@ -131,13 +133,14 @@ class Signal {
   /// Takes over the logic of another Signal, of which this one was a plain copy.
   void copyLogicFrom(const Signal& other);
 
-  /// Makes the terms the ON set of SlotLogic, which is empty.
+  /// Makes the terms the ON set of SlotLogic, which is not filled yet.
   void fillFromCovers(std::span<const Cover> covers);
 
   // ---- splitting ----
 
   /// Adds the logic Equations with more terms than the limit to the candidates; with `announce`,
-  /// notes those that pass the maximum of the options.
+  /// notes those that pass the maximum of the options. The limit is raised to what is worth
+  /// sharing, and lowered by the gate's own term for a right XOR operand.
   void checkSplit(EquationList& candidates, int limit, bool announce);
 
   /// Adds the left XOR operand and the control Equations that are wider than one may be, with a

@@ -138,8 +138,7 @@ int Signal::bestTermCount() const {
 }
 
 void Signal::fillFromCovers(std::span<const Cover> covers) {
-  if (covers.empty()) return;
-  Equation& logic = slot(SlotLogic) != nullptr ? *slot(SlotLogic) : makeEquation(SlotLogic);
+  Equation& logic = makeEquation(SlotLogic);
   logic.extension = Extension::None;
   for (const Cover cover : covers) logic.addOnCover(cover);
 }

@@ -12,7 +12,7 @@ void Signal::checkSplit(EquationList& candidates, int limit, bool announce) {
   if (limit < set.shareMin) limit = std::min(set.splitMax, set.shareMin);
   if (!hasXorPair()) {
     const int terms = logicTermCount();
-    if (slot(SlotLogic) != nullptr && terms > limit) candidates.add(*slot(SlotLogic));
+    if (slot(SlotLogic) != nullptr && terms > limit) candidates.push_back(slot(SlotLogic));
     if (announce && terms > set.splitMax) {
       logMessage(toLog, "<Note> %s: %s is being split\n", toolTag, name.c_str());
     }
@@ -20,11 +20,11 @@ void Signal::checkSplit(EquationList& candidates, int limit, bool announce) {
   }
   if (slot(SlotXorLeft)->onCount() > 1) {
     if (announce) logMessage(toLog, "<Note> %s:  %s.X is being split\n", toolTag, name.c_str());
-    candidates.add(*slot(SlotXorLeft));
+    candidates.push_back(slot(SlotXorLeft));
   }
   if (limit >= set.clusterSize - 1) --limit;
   const int rightTerms = slot(SlotXorRight)->onCount();
-  if (rightTerms > limit) candidates.add(*slot(SlotXorRight));
+  if (rightTerms > limit) candidates.push_back(slot(SlotXorRight));
   if (announce && rightTerms > set.splitMax) {
     logMessage(toLog, "<Note> %s: %s.X is being split\n", toolTag, name.c_str());
   }
@@ -48,7 +48,7 @@ void Signal::checkControlSplit(EquationList& candidates) {
         limit.index == SlotXorLeft ? ".X" : extensionText(equation->extension).data();
     logMessage(toLog, "<Note> %s: %s%s has too many product terms. An node will be applied.\n",
                toolTag, name.c_str(), extension);
-    candidates.add(*equation);
+    candidates.push_back(equation);
   }
 }
 

@@ -59,7 +59,9 @@ void Signal::orderXorPair() {
   Equation* left = slot(SlotXorLeft);
   Equation* right = slot(SlotXorRight);
   for (Equation* operand : {left, right}) {
-    if (operand->onSet().empty()) operand->reduce(SetSelector::Both);
+    if (!operand->onSet().empty() || operand->reduce(SetSelector::Both)) continue;
+    operand->swapSets();  // too complex for a complement: the operand takes the inversion along
+    operand->togglePolarity();
   }
   int leftCost = setCost(left->onCount());
   int rightCost = setCost(right->onCount());

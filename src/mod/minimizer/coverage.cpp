@@ -20,7 +20,8 @@
 
 namespace ostrel {
 
-void Coverage::begin(const Cube& cube, std::size_t width) {
+template <PackedCube C>
+void Coverage::begin(const C& cube, std::size_t width) {
   stride_ = std::max<std::size_t>((width + 63) / 64, 1);
   cube_.resize(stride_);
   for (std::size_t i = 0; i < stride_; ++i) cube_[i] = cube.block(i);
@@ -29,12 +30,13 @@ void Coverage::begin(const Cube& cube, std::size_t width) {
 
 // Each cofactor is written, and the next one over it if the two cubes turn out to be disjoint: a
 // good part of them is, in no order that a branch predictor could learn.
-void Coverage::add(std::span<const Cube> others) {
+template <PackedCube C>
+void Coverage::add(std::span<const C> others) {
   const std::size_t stride = stride_;
   makeRoom(others.size() * stride);
   Cube::Block* row = rows_.data() + end_;
   const Cube::Block* own = cube_.data();
-  for (const Cube& other : others) {
+  for (const C& other : others) {
     std::uint64_t opposite = 0;
     std::size_t i = 0;
     do {  // every row has a first block, and hardly any a second
@@ -168,5 +170,10 @@ std::size_t Coverage::shortestRow(std::size_t begin) const {
   }
   return shortest;
 }
+
+template void Coverage::begin(const Cube&, std::size_t);
+template void Coverage::begin(const NarrowCube&, std::size_t);
+template void Coverage::add(std::span<const Cube>);
+template void Coverage::add(std::span<const NarrowCube>);
 
 }  // namespace ostrel

@@ -15,10 +15,12 @@ namespace ostrel {
 class Coverage {
  public:
   /// Starts a question about `cube`; all cubes of the question have literals below `width` only.
-  void begin(const Cube& cube, std::size_t width);
+  template <PackedCube C>
+  void begin(const C& cube, std::size_t width);
 
   /// Adds cubes to those that may cover.
-  void add(std::span<const Cube> others);
+  template <PackedCube C>
+  void add(std::span<const C> others);
 
   /// True if every point of the cube lies in one of the added cubes. It ends the question.
   bool isCovered();

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -108,9 +109,37 @@ class Cube {
   std::unique_ptr<Block[]> rest_;  // blocks 1 to blockCount_ - 1
 };
 
+/// A cube of at most 64 columns, as the algorithms hold it: one block and nothing to own, so that
+/// lists of them move as plain memory.
+class NarrowCube {
+ public:
+  NarrowCube() = default;
+  explicit NarrowCube(const Cube& cube) : block_(cube.block(0)) {}
+
+  void set(std::size_t column, char literal) {
+    const std::uint64_t bit = std::uint64_t{1} << column;
+    block_.care = literal == '-' ? block_.care & ~bit : block_.care | bit;
+    block_.value = literal == '1' ? block_.value | bit : block_.value & ~bit;
+  }
+  std::size_t literalCount() const { return static_cast<std::size_t>(std::popcount(block_.care)); }
+  static constexpr std::size_t blockCount() { return 1; }
+  Cube::Block block(std::size_t /*i*/) const { return block_; }
+  void setBlock(std::size_t /*i*/, Cube::Block b) { block_ = {b.care, b.value & b.care}; }
+
+ private:
+  Cube::Block block_;
+};
+
+/// Cube or NarrowCube: whatever shows its columns as blocks.
+template <class C>
+concept PackedCube = requires(const C& cube) {
+  { cube.blockCount() } -> std::convertible_to<std::size_t>;
+  { cube.block(0) } -> std::same_as<Cube::Block>;
+};
+
 /// True if test(block of a, block of b) holds for all blocks of the two cubes.
-template <class Test>
-bool everyBlock(const Cube& a, const Cube& b, Test test) {
+template <PackedCube C, class Test>
+bool everyBlock(const C& a, const C& b, Test test) {
   const std::size_t count = std::max(a.blockCount(), b.blockCount());
   for (std::size_t i = 0; i < count; ++i) {
     if (!test(a.block(i), b.block(i))) return false;
@@ -119,8 +148,8 @@ bool everyBlock(const Cube& a, const Cube& b, Test test) {
 }
 
 /// Sum of count(block of a, block of b) over all blocks of the two cubes.
-template <class Count>
-std::size_t sumBlocks(const Cube& a, const Cube& b, Count count) {
+template <PackedCube C, class Count>
+std::size_t sumBlocks(const C& a, const C& b, Count count) {
   std::size_t sum = 0;
   const std::size_t blocks = std::max(a.blockCount(), b.blockCount());
   for (std::size_t i = 0; i < blocks; ++i) {
@@ -130,33 +159,38 @@ std::size_t sumBlocks(const Cube& a, const Cube& b, Count count) {
 }
 
 /// Two cubes are equal when they have the same literals.
-inline bool operator==(const Cube& a, const Cube& b) {
+template <PackedCube C>
+bool operator==(const C& a, const C& b) {
   return everyBlock(a, b, [](Cube::Block x, Cube::Block y) { return x == y; });
 }
 
 /// Distance: the number of columns in which one cube has "0" and the other "1".
-inline std::size_t distance(const Cube& a, const Cube& b) {
+template <PackedCube C>
+std::size_t distance(const C& a, const C& b) {
   return sumBlocks(a, b, [](Cube::Block x, Cube::Block y) {
     return std::popcount(x.care & y.care & (x.value ^ y.value));
   });
 }
 
 /// True if some point lies in both cubes, that is, if their distance is 0.
-inline bool cubesIntersect(const Cube& a, const Cube& b) {
+template <PackedCube C>
+bool cubesIntersect(const C& a, const C& b) {
   return everyBlock(a, b, [](Cube::Block x, Cube::Block y) {
     return (x.care & y.care & (x.value ^ y.value)) == 0;
   });
 }
 
 /// Containment: every point of `inner` lies in `outer`; a cube contains itself.
-inline bool cubeContains(const Cube& outer, const Cube& inner) {
+template <PackedCube C>
+bool cubeContains(const C& outer, const C& inner) {
   return everyBlock(outer, inner, [](Cube::Block x, Cube::Block y) {
     return (x.care & ~(y.care & ~(x.value ^ y.value))) == 0;
   });
 }
 
 /// The number of columns in which the two texts differ; a dash against a literal counts.
-inline std::size_t differingColumns(const Cube& a, const Cube& b) {
+template <PackedCube C>
+std::size_t differingColumns(const C& a, const C& b) {
   return sumBlocks(a, b, [](Cube::Block x, Cube::Block y) {
     return std::popcount((x.care ^ y.care) | (x.value ^ y.value));
   });

@@ -12,24 +12,25 @@
 #include "minimizer/cube_groups.h"
 
 #include <algorithm>
+#include <bit>
 #include <cassert>
+#include <iterator>
+#include <optional>
+#include <span>
 #include <utility>
 
 namespace ostrel {
 namespace {
 
-// Where the searched group has more cubes than this, the hash is faster than the plain scan. The
-// scan costs about 1 ns for each cube that is compared, the hash about 2 ns for each literal
-// looked up and 5 ns for each cube that is entered.
-constexpr std::size_t scanLimit = 48;
-
-// Entering a group pays only if more cubes than this ask for something in it.
-constexpr std::size_t fewAskers = 8;
+// Groups with more cubes than this are searched by hash, smaller ones by a plain scan. Below about
+// 16 cubes the scan is faster, above 64 the hash; in between the two take the same time.
+constexpr std::size_t scanLimit = 32;
 
 // For cubes a, and b with one dash more, all in columns that are literals of a: the column in
 // which the two have opposite literals. Nothing if b has a literal where a has a dash, or if
 // their distance is not exactly 1.
-std::optional<std::size_t> expandableColumn(const Cube& a, const Cube& b) {
+template <PackedCube C>
+std::optional<std::size_t> expandableColumn(const C& a, const C& b) {
   std::optional<std::size_t> column;
   const std::size_t blocks = std::max(a.blockCount(), b.blockCount());
   for (std::size_t i = 0; i < blocks; ++i) {
@@ -46,9 +47,10 @@ std::optional<std::size_t> expandableColumn(const Cube& a, const Cube& b) {
 
 }  // namespace
 
-void CubeGroups::groupByDashes(CubeList& list) {
+template <PackedCube C>
+void CubeGroups<C>::groupByDashes(std::vector<C>& list) {
   sizes_.assign(groups_.size(), 0);
-  for (const Cube& cube : list) {
+  for (const C& cube : list) {
     assert(cube.literalCount() <= width());
     ++sizes_[dashCount(cube, width())];
   }
@@ -59,7 +61,8 @@ void CubeGroups::groupByDashes(CubeList& list) {
   list.clear();
 }
 
-void CubeGroups::flattenGroups(CubeList& list) {
+template <PackedCube C>
+void CubeGroups<C>::flattenGroups(std::vector<C>& list) {
   list.clear();
   for (auto group = groups_.rbegin(); group != groups_.rend(); ++group) {
     std::move(group->begin(), group->end(), std::back_inserter(list));
@@ -67,12 +70,14 @@ void CubeGroups::flattenGroups(CubeList& list) {
   }
 }
 
-void CubeGroups::dropDuplicates(std::size_t groupCount) {
+template <PackedCube C>
+void CubeGroups<C>::dropDuplicates(std::size_t groupCount) {
   const std::size_t count = std::min(groupCount, groups_.size());
   for (std::size_t d = 0; d < count; ++d) dropDuplicatesOf(groups_[d]);
 }
 
-void CubeGroups::dropDuplicatesOf(CubeList& group) {
+template <PackedCube C>
+void CubeGroups<C>::dropDuplicatesOf(std::vector<C>& group) {
   if (group.size() < 2) return;
   gone_.assign(group.size(), 0);
   const bool useIndex = group.size() > scanLimit;
@@ -91,7 +96,8 @@ void CubeGroups::dropDuplicatesOf(CubeList& group) {
   eraseGone(group);
 }
 
-void CubeGroups::mergeGroups(std::size_t universalGroup) {
+template <PackedCube C>
+void CubeGroups<C>::mergeGroups(std::size_t universalGroup) {
   dropDuplicates(universalGroup);
   for (std::size_t d = 0; d < width(); ++d) joinNeighbours(d);
   for (std::size_t d = 0; d < width() && d + 2 <= universalGroup; ++d) dropContained(d);
@@ -102,8 +108,9 @@ void CubeGroups::mergeGroups(std::size_t universalGroup) {
 // literal. Nothing needs to tell "behind" from "in front": a cube that was passed and is still
 // there found no partner, although this cube, if they are neighbours, was there to be found. So
 // all neighbours that are left stand behind.
-void CubeGroups::joinNeighbours(std::size_t dashes) {
-  CubeList& group = groups_[dashes];
+template <PackedCube C>
+void CubeGroups<C>::joinNeighbours(std::size_t dashes) {
+  std::vector<C>& group = groups_[dashes];
   if (group.size() < 2) return;
   gone_.assign(group.size(), 0);
   const bool useIndex = group.size() > scanLimit;
@@ -127,13 +134,15 @@ void CubeGroups::joinNeighbours(std::size_t dashes) {
   eraseGone(group);
 }
 
-std::size_t CubeGroups::scannedNeighbour(const CubeList& group, std::size_t a) const {
+template <PackedCube C>
+std::size_t CubeGroups<C>::scannedNeighbour(const std::vector<C>& group, std::size_t a) const {
   std::size_t b = a + 1;
   while (b < group.size() && (gone_[b] != 0 || !adjacentColumn(group[a], group[b]))) ++b;
   return b;
 }
 
-std::size_t CubeGroups::indexedNeighbour(const CubeList& group, std::size_t a) const {
+template <PackedCube C>
+std::size_t CubeGroups<C>::indexedNeighbour(const std::vector<C>& group, std::size_t a) const {
   std::size_t best = group.size();
   forEachNeighbourHash(group[a], literalHash(group[a]), invertedLiteral, [&](std::uint64_t key) {
     auto b = index_.first(key);
@@ -145,18 +154,19 @@ std::size_t CubeGroups::indexedNeighbour(const CubeList& group, std::size_t a) c
 }
 
 // A cube of the next group differs from a cube in exactly one place if and only if it contains it.
-void CubeGroups::dropContained(std::size_t dashes) {
-  CubeList& group = groups_[dashes];
-  const CubeList& larger = groups_[dashes + 1];
+template <PackedCube C>
+void CubeGroups<C>::dropContained(std::size_t dashes) {
+  std::vector<C>& group = groups_[dashes];
+  const std::vector<C>& larger = groups_[dashes + 1];
   if (group.empty() || larger.empty()) return;
   gone_.assign(group.size(), 0);
-  const bool useIndex = larger.size() > scanLimit && group.size() > fewAskers;
+  const bool useIndex = larger.size() > scanLimit;
   if (useIndex) {
     index_.reset(larger.size());
     for (std::size_t i = 0; i < larger.size(); ++i) index_.add(literalHash(larger[i]), i);
   }
   for (std::size_t a = 0; a < group.size(); ++a) {
-    const auto contains = [&](const Cube& cube) { return cubeContains(cube, group[a]); };
+    const auto contains = [&](const C& cube) { return cubeContains(cube, group[a]); };
     if (!useIndex) {
       gone_[a] = std::any_of(larger.begin(), larger.end(), contains);
       continue;
@@ -171,7 +181,8 @@ void CubeGroups::dropContained(std::size_t dashes) {
   eraseGone(group);
 }
 
-void CubeGroups::expandGroups() {
+template <PackedCube C>
+void CubeGroups<C>::expandGroups() {
   dropDuplicates(width());
   for (std::size_t d = 0; d + 2 <= width(); ++d) expandGroup(d);
   keepUniversalAlone();
@@ -180,18 +191,19 @@ void CubeGroups::expandGroups() {
 // If b agrees with a except for an opposite literal in one column, and has one dash more, then a
 // without the literal of that column is a OR a part of b. The grown cube joins the end of the
 // larger group at once, as a partner for the cubes that follow.
-void CubeGroups::expandGroup(std::size_t dashes) {
-  CubeList& group = groups_[dashes];
-  CubeList& larger = groups_[dashes + 1];
+template <PackedCube C>
+void CubeGroups<C>::expandGroup(std::size_t dashes) {
+  std::vector<C>& group = groups_[dashes];
+  std::vector<C>& larger = groups_[dashes + 1];
   if (group.empty() || larger.empty()) return;
   gone_.assign(group.size(), 0);
-  const bool useIndex = larger.size() > scanLimit && group.size() > fewAskers;
+  const bool useIndex = larger.size() > scanLimit;
   if (useIndex) {
     index_.reset(larger.size() + group.size());
     for (std::size_t i = 0; i < larger.size(); ++i) index_.add(careHash(larger[i]), i);
   }
   for (std::size_t a = 0; a < group.size(); ++a) {
-    const auto expands = [&](const Cube& cube) { return expandableColumn(group[a], cube); };
+    const auto expands = [&](const C& cube) { return expandableColumn(group[a], cube); };
     const auto b = useIndex
                        ? indexedExpander(group[a], larger)
                        : static_cast<std::size_t>(
@@ -208,7 +220,8 @@ void CubeGroups::expandGroup(std::size_t dashes) {
 
 // The literals of a partner stand in all columns but one of the cube's literals: one look-up for
 // each column that may be missing finds all of them.
-std::size_t CubeGroups::indexedExpander(const Cube& cube, const CubeList& larger) const {
+template <PackedCube C>
+std::size_t CubeGroups<C>::indexedExpander(const C& cube, const std::vector<C>& larger) const {
   std::size_t best = larger.size();
   forEachNeighbourHash(cube, careHash(cube), droppedPlace, [&](std::uint64_t key) {
     auto b = index_.first(key);
@@ -219,16 +232,18 @@ std::size_t CubeGroups::indexedExpander(const Cube& cube, const CubeList& larger
   return best;
 }
 
-void CubeGroups::keepUniversalAlone() {
+template <PackedCube C>
+void CubeGroups<C>::keepUniversalAlone() {
   if (groups_.back().empty()) return;
   for (std::size_t d = 0; d < width(); ++d) groups_[d].clear();
 }
 
 // The cubes that stay close up to the front of their group while the walk goes on, so that those
 // which may cover are two runs of it.
-void CubeGroups::dropRedundant() {
+template <PackedCube C>
+void CubeGroups<C>::dropRedundant() {
   for (std::size_t d = 0; d < width(); ++d) {
-    CubeList& group = groups_[d];
+    std::vector<C>& group = groups_[d];
     std::size_t kept = 0;
     for (std::size_t i = 0; i < group.size(); ++i) {
       if (isRedundant(d, kept, i)) continue;
@@ -239,16 +254,18 @@ void CubeGroups::dropRedundant() {
   }
 }
 
-bool CubeGroups::isRedundant(std::size_t dashes, std::size_t keptEnd, std::size_t position) {
-  const std::span<const Cube> group = groups_[dashes];
+template <PackedCube C>
+bool CubeGroups<C>::isRedundant(std::size_t dashes, std::size_t keptEnd, std::size_t position) {
+  const std::span<const C> group = groups_[dashes];
   coverage_.begin(group[position], width());
-  for (std::size_t d = width() - 1; d > dashes; --d) coverage_.add(groups_[d]);
+  for (std::size_t d = width() - 1; d > dashes; --d) coverage_.add(std::span<const C>(groups_[d]));
   coverage_.add(group.first(keptEnd));
   coverage_.add(group.subspan(position + 1));
   return coverage_.isCovered();
 }
 
-void CubeGroups::eraseGone(CubeList& group) {
+template <PackedCube C>
+void CubeGroups<C>::eraseGone(std::vector<C>& group) {
   std::size_t kept = 0;
   for (std::size_t i = 0; i < group.size(); ++i) {
     if (gone_[i] != 0) continue;
@@ -257,5 +274,8 @@ void CubeGroups::eraseGone(CubeList& group) {
   }
   group.resize(kept);
 }
+
+template class CubeGroups<Cube>;
+template class CubeGroups<NarrowCube>;
 
 }  // namespace ostrel

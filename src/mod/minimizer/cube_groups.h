@@ -15,6 +15,7 @@ namespace ostrel {
 
 /// Group d of a list of width w holds its cubes with d dashes, d from 0 to w. An object can be
 /// filled and emptied again and again; it keeps its memory from one list to the next.
+template <PackedCube C>
 class CubeGroups {
  public:
   explicit CubeGroups(std::size_t width) : groups_(width + 1) {}
@@ -24,11 +25,11 @@ class CubeGroups {
 
   /// Moves all cubes of the list into the groups, which must be empty. Each group ends in reverse
   /// list order. The list is left empty.
-  void groupByDashes(CubeList& list);
+  void groupByDashes(std::vector<C>& list);
 
   /// Moves all cubes into `list`, whatever it held, from the group with the most dashes down to
   /// the one without dashes, each group in its own order. The groups are left empty.
-  void flattenGroups(CubeList& list);
+  void flattenGroups(std::vector<C>& list);
 
   /// Keeps the first cube of each text in the groups 0 to groupCount - 1; later groups stay.
   void dropDuplicates(std::size_t groupCount);
@@ -53,17 +54,17 @@ class CubeGroups {
 
  private:
   void keepUniversalAlone();
-  void dropDuplicatesOf(CubeList& group);
+  void dropDuplicatesOf(std::vector<C>& group);
   void joinNeighbours(std::size_t dashes);
-  std::size_t scannedNeighbour(const CubeList& group, std::size_t a) const;
-  std::size_t indexedNeighbour(const CubeList& group, std::size_t a) const;
+  std::size_t scannedNeighbour(const std::vector<C>& group, std::size_t a) const;
+  std::size_t indexedNeighbour(const std::vector<C>& group, std::size_t a) const;
   void dropContained(std::size_t dashes);
   void expandGroup(std::size_t dashes);
-  std::size_t indexedExpander(const Cube& cube, const CubeList& larger) const;
+  std::size_t indexedExpander(const C& cube, const std::vector<C>& larger) const;
   bool isRedundant(std::size_t dashes, std::size_t keptEnd, std::size_t position);
-  void eraseGone(CubeList& group);
+  void eraseGone(std::vector<C>& group);
 
-  std::vector<CubeList> groups_;
+  std::vector<std::vector<C>> groups_;
   CubeIndex index_;                 // scratch: the cubes of one group by hash
   std::vector<std::size_t> sizes_;  // scratch: number of cubes that each group will get
   std::vector<std::uint8_t> gone_;  // scratch: 1 for each cube of a group that has been removed

@@ -33,7 +33,8 @@ inline HashFactors hashFactors(std::size_t block) {
 }
 
 /// The hash of the places of the literals, whatever their sense.
-inline std::uint64_t careHash(const Cube& cube) {
+template <PackedCube C>
+std::uint64_t careHash(const C& cube) {
   std::uint64_t hash = 0;
   for (std::size_t i = 0; i < cube.blockCount(); ++i) {
     hash += cube.block(i).care * hashFactors(i).care;
@@ -42,7 +43,8 @@ inline std::uint64_t careHash(const Cube& cube) {
 }
 
 /// The hash of all literals.
-inline std::uint64_t literalHash(const Cube& cube) {
+template <PackedCube C>
+std::uint64_t literalHash(const C& cube) {
   std::uint64_t hash = 0;
   for (std::size_t i = 0; i < cube.blockCount(); ++i) {
     const HashFactors factors = hashFactors(i);
@@ -54,8 +56,8 @@ inline std::uint64_t literalHash(const Cube& cube) {
 /// Calls visit(change) for each literal of the cube, in column order. `change(factors, bit number,
 /// literal is "1")` gives what a change of that literal adds to the hash; visit gets hash plus
 /// that, and ends the walk by giving false.
-template <class Change, class Visit>
-void forEachNeighbourHash(const Cube& cube, std::uint64_t hash, Change change, Visit visit) {
+template <PackedCube C, class Change, class Visit>
+void forEachNeighbourHash(const C& cube, std::uint64_t hash, Change change, Visit visit) {
   for (std::size_t i = 0; i < cube.blockCount(); ++i) {
     const Cube::Block block = cube.block(i);
     const HashFactors factors = hashFactors(i);

@@ -19,7 +19,8 @@ namespace ostrel {
 using CubeList = std::vector<Cube>;
 
 /// Number of dashes among the columns 0 to width - 1.
-inline std::size_t dashCount(const Cube& cube, std::size_t width) {
+template <PackedCube C>
+std::size_t dashCount(const C& cube, std::size_t width) {
   return width - cube.literalCount();
 }
 
@@ -29,11 +30,24 @@ inline std::size_t dashCount(const Cube& cube, std::size_t width) {
 Cube remapCube(const Cube& cube, std::span<const std::size_t> columnMap);
 
 /// The product of two cubes: the points that lie in both. Nothing if there is none.
-std::optional<Cube> intersectCubes(const Cube& a, const Cube& b);
+template <PackedCube C>
+std::optional<C> intersectCubes(const C& a, const C& b) {
+  if (!cubesIntersect(a, b)) return std::nullopt;
+  const bool aIsLonger = a.blockCount() >= b.blockCount();
+  std::optional<C> result = aIsLonger ? a : b;
+  const C& other = aIsLonger ? b : a;
+  for (std::size_t i = 0; i < other.blockCount(); ++i) {
+    const Cube::Block x = result->block(i);
+    const Cube::Block y = other.block(i);
+    result->setBlock(i, {x.care | y.care, x.value | y.value});
+  }
+  return result;
+}
 
 /// The column of the only difference of two cubes with dashes at the same places. Nothing if a
 /// dash stands against a literal anywhere, or if the distance is not exactly 1.
-inline std::optional<std::size_t> adjacentColumn(const Cube& a, const Cube& b) {
+template <PackedCube C>
+std::optional<std::size_t> adjacentColumn(const C& a, const C& b) {
   std::optional<std::size_t> column;
   const std::size_t blocks = std::max(a.blockCount(), b.blockCount());
   for (std::size_t i = 0; i < blocks; ++i) {
@@ -54,6 +68,19 @@ inline std::optional<std::size_t> adjacentColumn(const Cube& a, const Cube& b) {
 /// Otherwise the result is true, and for each column from left to right in which `a` has a dash
 /// and `b` a literal, `a` with the inverse of that literal is appended to `pieces`; nothing is
 /// appended if `a` lies inside `b`. The pieces overlap.
-bool sharpCube(const Cube& a, const Cube& b, CubeList& pieces);
+template <PackedCube C>
+bool sharpCube(const C& a, const C& b, std::vector<C>& pieces) {
+  if (!cubesIntersect(a, b)) return false;
+  for (std::size_t i = 0; i < b.blockCount(); ++i) {
+    const Cube::Block x = a.block(i);
+    const Cube::Block y = b.block(i);
+    for (std::uint64_t rest = y.care & ~x.care; rest != 0; rest &= rest - 1) {
+      const std::uint64_t bit = rest & (~rest + 1);
+      pieces.push_back(a);
+      pieces.back().setBlock(i, {x.care | bit, x.value | (~y.value & bit)});
+    }
+  }
+  return true;
+}
 
 }  // namespace ostrel

@@ -16,6 +16,7 @@
 // The cost of a scan is the list times the work group, a few word operations for each pair.
 #include <algorithm>
 #include <cassert>
+#include <iterator>
 #include <utility>
 
 #include "minimizer/cube_table.h"

@@ -11,6 +11,7 @@
 #include "minimizer/sum_of_products.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "minimizer/cube_groups.h"
@@ -19,24 +20,28 @@ namespace ostrel {
 namespace {
 
 /// The operations on lists of one width, with the scratch memory that they share.
+template <PackedCube C>
 class ListAlgebra {
+  using List = std::vector<C>;
+
  public:
   explicit ListAlgebra(std::size_t width) : groups_(width) {}
 
-  void simplify(CubeList& list);
-  void sharp(CubeList& list, std::span<const Cube> taken);
-  void complement(CubeList& list);
+  void simplify(List& list);
+  void sharp(List& list, std::span<const C> taken);
+  void complement(List& list);
 
  private:
-  void sharpOne(CubeList& list, const Cube& taken);
-  void merge(CubeList& list);
+  void sharpOne(List& list, const C& taken);
+  void merge(List& list);
 
-  CubeGroups groups_;
-  CubeList whole_;   // scratch: the cubes that a sharp product leaves as they are
-  CubeList pieces_;  // scratch: the pieces of the others
+  CubeGroups<C> groups_;
+  List whole_;   // scratch: the cubes that a sharp product leaves as they are
+  List pieces_;  // scratch: the pieces of the others
 };
 
-void ListAlgebra::simplify(CubeList& list) {
+template <PackedCube C>
+void ListAlgebra<C>::simplify(List& list) {
   groups_.groupByDashes(list);
   groups_.expandGroups();
   groups_.mergeGroups(groups_.width());
@@ -44,15 +49,17 @@ void ListAlgebra::simplify(CubeList& list) {
   groups_.flattenGroups(list);
 }
 
-void ListAlgebra::merge(CubeList& list) {
+template <PackedCube C>
+void ListAlgebra<C>::merge(List& list) {
   groups_.groupByDashes(list);
   groups_.mergeGroups(groups_.width());
   groups_.flattenGroups(list);
 }
 
-void ListAlgebra::sharp(CubeList& list, std::span<const Cube> taken) {
+template <PackedCube C>
+void ListAlgebra<C>::sharp(List& list, std::span<const C> taken) {
   std::size_t merged = 0;
-  for (const Cube& cube : taken) {
+  for (const C& cube : taken) {
     if (list.empty()) return;
     sharpOne(list, cube);
     if (merged < 3) {
@@ -67,11 +74,12 @@ void ListAlgebra::sharp(CubeList& list, std::span<const Cube> taken) {
 
 // The new list: the first cube if it was left whole, the other whole cubes in reverse order, then
 // the pieces in the order in which they were made.
-void ListAlgebra::sharpOne(CubeList& list, const Cube& taken) {
+template <PackedCube C>
+void ListAlgebra<C>::sharpOne(List& list, const C& taken) {
   whole_.clear();
   pieces_.clear();
   const bool firstIsWhole = !cubesIntersect(list.front(), taken);
-  for (Cube& cube : list) {
+  for (C& cube : list) {
     if (!sharpCube(cube, taken, pieces_)) whole_.push_back(std::move(cube));
   }
   list.clear();
@@ -81,9 +89,10 @@ void ListAlgebra::sharpOne(CubeList& list, const Cube& taken) {
   std::move(pieces_.begin(), pieces_.end(), std::back_inserter(list));
 }
 
-void ListAlgebra::complement(CubeList& list) {
+template <PackedCube C>
+void ListAlgebra<C>::complement(List& list) {
   if (list.empty()) return;
-  CubeList rest(1);
+  List rest(1);
   sharp(rest, list);
   list = std::move(rest);
   simplify(list);
@@ -92,24 +101,27 @@ void ListAlgebra::complement(CubeList& list) {
 /// The exclusive OR in the making: slot k starts as cube k, and for each pair of slots the points
 /// that both hold are taken out of both. A point of an even number of cubes thus vanishes, and one
 /// of an odd number stays in one slot; at the end the slots are disjoint.
+template <PackedCube C>
 class XorExpansion {
+  using List = std::vector<C>;
+
  public:
-  XorExpansion(ListAlgebra& algebra, std::vector<CubeList> slots)
+  XorExpansion(ListAlgebra<C>& algebra, std::vector<List> slots)
       : algebra_(algebra), slots_(std::move(slots)) {}
 
-  CubeList run() {
+  List run() {
     for (std::size_t i = 1; i < slots_.size(); ++i) {
       for (std::size_t j = 0; j < i; ++j) separate(slots_[i], slots_[j]);
     }
-    CubeList result;
-    for (CubeList& slot : slots_) {
+    List result;
+    for (List& slot : slots_) {
       std::move(slot.begin(), slot.end(), std::back_inserter(result));
     }
     return result;
   }
 
  private:
-  void separate(CubeList& upper, CubeList& lower) {
+  void separate(List& upper, List& lower) {
     intersect(upper, lower);
     if (common_.empty()) return;
     if (common_.size() > 2) algebra_.simplify(common_);
@@ -122,7 +134,7 @@ class XorExpansion {
   }
 
   // The products of all pairs, the last pair first.
-  void intersect(const CubeList& upper, const CubeList& lower) {
+  void intersect(const List& upper, const List& lower) {
     common_.clear();
     for (auto x = upper.rbegin(); x != upper.rend(); ++x) {
       for (auto y = lower.rbegin(); y != lower.rend(); ++y) {
@@ -131,49 +143,91 @@ class XorExpansion {
     }
   }
 
-  ListAlgebra& algebra_;
-  std::vector<CubeList> slots_;
-  CubeList common_;  // scratch: the points of both slots of a pair
+  ListAlgebra<C>& algebra_;
+  std::vector<List> slots_;
+  List common_;  // scratch: the points of both slots of a pair
 };
 
-}  // namespace
-
-CubeList minimizeList(CubeList list, std::size_t width, std::size_t wideWidth) {
-  CubeGroups groups(width);
-  groups.groupByDashes(list);
-  groups.mergeGroups(wideWidth);
-  groups.dropDuplicates(wideWidth);
-  groups.flattenGroups(list);
-  return list;
-}
-
-void simplifyList(CubeList& list, std::size_t width) {
-  ListAlgebra(width).simplify(list);
-}
-
-void sharpList(CubeList& list, std::span<const Cube> taken, std::size_t width) {
-  ListAlgebra(width).sharp(list, taken);
-}
-
-void complementList(CubeList& list, std::size_t width) {
-  ListAlgebra(width).complement(list);
-}
-
-CubeList xorExpand(std::span<const Cube> cubes, std::size_t width) {
-  std::vector<CubeList> slots;
+template <PackedCube C>
+std::vector<C> expandSum(std::span<const C> cubes, std::size_t width) {
+  std::vector<std::vector<C>> slots;
   bool isInverted = false;
-  for (const Cube& cube : cubes) {
+  for (const C& cube : cubes) {
     if (cube.literalCount() == 0) {
       isInverted = !isInverted;
     } else {
       slots.emplace_back(1, cube);
     }
   }
-  if (slots.empty()) return isInverted ? CubeList(1) : CubeList();
-  ListAlgebra algebra(width);
-  CubeList result = XorExpansion(algebra, std::move(slots)).run();
+  if (slots.empty()) return std::vector<C>(isInverted ? 1 : 0);
+  ListAlgebra<C> algebra(width);
+  std::vector<C> result = XorExpansion<C>(algebra, std::move(slots)).run();
   if (isInverted) algebra.complement(result);
   return result;
+}
+
+std::vector<NarrowCube> narrowed(std::span<const Cube> cubes) {
+  return std::vector<NarrowCube>(cubes.begin(), cubes.end());
+}
+
+CubeList widened(std::span<const NarrowCube> cubes) {
+  CubeList list(cubes.size());
+  for (std::size_t i = 0; i < cubes.size(); ++i) list[i].setBlock(0, cubes[i].block(0));
+  return list;
+}
+
+/// Runs work(list), on plain values where the cubes fit one block, as almost all do: the time of
+/// the algebra is that of moving cubes between lists.
+template <class Work>
+void onLightCubes(CubeList& list, std::size_t width, Work work) {
+  if (width > 64) {
+    work(list);
+    return;
+  }
+  std::vector<NarrowCube> light = narrowed(list);
+  work(light);
+  list = widened(light);
+}
+
+template <PackedCube C>
+ListAlgebra<C> algebraFor(const std::vector<C>& /*list*/, std::size_t width) {
+  return ListAlgebra<C>(width);
+}
+
+}  // namespace
+
+CubeList minimizeList(CubeList list, std::size_t width, std::size_t wideWidth) {
+  onLightCubes(list, width, [&]<PackedCube C>(std::vector<C>& cubes) {
+    CubeGroups<C> groups(width);
+    groups.groupByDashes(cubes);
+    groups.mergeGroups(wideWidth);
+    groups.dropDuplicates(wideWidth);
+    groups.flattenGroups(cubes);
+  });
+  return list;
+}
+
+void simplifyList(CubeList& list, std::size_t width) {
+  onLightCubes(list, width, [width](auto& cubes) { algebraFor(cubes, width).simplify(cubes); });
+}
+
+void sharpList(CubeList& list, std::span<const Cube> taken, std::size_t width) {
+  if (width > 64) {
+    ListAlgebra<Cube>(width).sharp(list, taken);
+    return;
+  }
+  std::vector<NarrowCube> light = narrowed(list);
+  ListAlgebra<NarrowCube>(width).sharp(light, narrowed(taken));
+  list = widened(light);
+}
+
+void complementList(CubeList& list, std::size_t width) {
+  onLightCubes(list, width, [width](auto& cubes) { algebraFor(cubes, width).complement(cubes); });
+}
+
+CubeList xorExpand(std::span<const Cube> cubes, std::size_t width) {
+  if (width > 64) return expandSum(cubes, width);
+  return widened(expandSum<NarrowCube>(narrowed(cubes), width));
 }
 
 }  // namespace ostrel

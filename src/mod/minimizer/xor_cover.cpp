@@ -3,8 +3,8 @@
 // exclusive OR alone.
 //
 // Example: "11-", "-11". Made disjoint, they are "110" and "-11", and a cross-link of these two
-// gives "010", "-1-". A point of "11-" and "-11" lies in "-1-" alone, "110" too, and "010" lies in
-// both.
+// gives "010", "-1-". Every point of the function lies in "-1-" alone, and the point "010", which
+// is none of them, lies in both.
 #include "minimizer/xor_cover.h"
 
 #include <utility>

@@ -42,7 +42,6 @@ class LogStream {
 struct Channels {
   LogStream log;
   LogStream err;
-  bool debugMessages = false;  // nothing turns it on
 };
 
 Channels& channels() {
@@ -72,7 +71,6 @@ void logMessage(unsigned mask, const char* format, ...) {
 
 void logText(unsigned mask, std::string_view text) {
   Channels& to = channels();
-  if ((mask & DebugGate) != 0 && !to.debugMessages) return;
   if ((mask & ConsoleOut) != 0) std::cout << text;
   if ((mask & ConsoleErr) != 0) std::cerr << text;
   if ((mask & ErrorChannel) != 0) to.err.write(text);

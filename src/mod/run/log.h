@@ -12,13 +12,11 @@ enum Channel : unsigned {
   ConsoleErr = 2,
   ErrorChannel = 4,
   LogChannel = 8,
-  DebugGate = 128,  ///< no stream of its own: closed, it holds the message back
 };
 
 // The masks in use.
 inline constexpr unsigned toLog = LogChannel;
 inline constexpr unsigned toErrorAndLog = ErrorChannel | LogChannel;
-inline constexpr unsigned toNowhere = DebugGate;
 
 /// The first %s of almost every message.
 inline constexpr const char* toolTag = "K52700";

@@ -1,0 +1,323 @@
+// Cubes, sums of products and exclusive-or sums: known lists in their order, functions point by
+// point, and the hashed searches against plain scans.
+#include <algorithm>
+#include <bitset>
+#include <functional>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <random>
+
+#include "minimizer/cube_groups.h"
+#include "minimizer/sum_of_products.h"
+#include "minimizer/xor_cover.h"
+
+namespace ostrel {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+CubeList cubesOf(const Texts& texts) {
+  return CubeList(texts.begin(), texts.end());
+}
+
+Texts textsOf(const CubeList& cubes, std::size_t width) {
+  Texts texts;
+  for (const Cube& cube : cubes) texts.push_back(cube.text(width));
+  return texts;
+}
+
+Texts randomTexts(std::mt19937& random, std::size_t count, std::size_t width) {
+  const auto dashes = random() % 80;  // per cent
+  Texts texts(count, std::string(width, '-'));
+  for (std::string& text : texts) {
+    for (char& c : text) {
+      if (random() % 100 >= dashes) c = "01"[random() % 2];
+    }
+  }
+  return texts;
+}
+
+// The operations on texts, so that one loop runs a table of them.
+using Operation = std::function<Texts(const Texts&)>;
+std::size_t widthOf(const Texts& texts) {
+  return texts.empty() ? 2 : texts[0].size();
+}
+
+Operation inPlace(void (*operation)(CubeList&, std::size_t)) {
+  return [operation](const Texts& texts) {
+    CubeList list = cubesOf(texts);
+    operation(list, widthOf(texts));
+    return textsOf(list, widthOf(texts));
+  };
+}
+Operation minimize(std::size_t unusedColumns) {
+  return [unusedColumns](const Texts& texts) {
+    const std::size_t width = widthOf(texts);
+    return textsOf(minimizeList(cubesOf(texts), width, width + unusedColumns), width);
+  };
+}
+const Operation simplify = inPlace(simplifyList);
+const Operation complement = inPlace(complementList);
+const Operation expandXor = [](const Texts& texts) {
+  return textsOf(xorExpand(cubesOf(texts), widthOf(texts)), widthOf(texts));
+};
+const Operation coverByXor = [](const Texts& texts) {
+  const auto cover = xorCover(cubesOf(texts), widthOf(texts));
+  return cover ? textsOf(*cover, widthOf(texts)) : Texts{"none"};
+};
+
+TEST(Cube, ComparesAcrossBlocks) {
+  const std::string dashes(130, '-');
+  Cube wide(dashes);
+  wide.set(3, '1');
+  EXPECT_EQ(wide, Cube("---1"));
+  wide.set(129, '0');
+  EXPECT_TRUE(cubeContains(Cube("---1"), wide));
+  EXPECT_FALSE(cubeContains(wide, Cube("---1")));
+  Cube other = wide;
+  other.invert(129);
+  EXPECT_EQ(distance(wide, other), 1U);
+  EXPECT_EQ(adjacentColumn(wide, other), std::optional<std::size_t>(129));
+  EXPECT_FALSE(cubesIntersect(wide, other));
+  wide.set(129, '-');
+  EXPECT_EQ(wide.hash(), Cube("---1").hash());
+}
+
+TEST(Cube, MakesProductsPiecesAndMaps) {
+  const struct {
+    const char *a, *b, *product;
+    bool pieced;
+    Texts pieces;
+  } table[] = {
+      {"1-", "--", "1-", true, {}}, {"--", "11", "11", true, {"0-", "-0"}},
+      {"10", "11", "", false, {}},  {"1--", "-01", "101", true, {"11-", "1-0"}},
+      {"0-", "1-", "", false, {}},
+  };
+  for (const auto& row : table) {
+    const Cube a((std::string_view(row.a)));
+    const Cube b((std::string_view(row.b)));
+    const auto product = intersectCubes(a, b);
+    EXPECT_EQ(product ? product->text(widthOf({row.a})) : "", row.product);
+    CubeList pieces;
+    EXPECT_EQ(sharpCube(a, b, pieces), row.pieced);
+    EXPECT_EQ(textsOf(pieces, widthOf({row.a})), row.pieces);
+  }
+  EXPECT_EQ(remapCube(Cube("1-0"), std::vector<std::size_t>{4, 0, 1}).text(6), "-0--1-");
+  EXPECT_EQ(adjacentColumn(Cube("1-0"), Cube("110")), std::nullopt);
+  EXPECT_EQ(adjacentColumn(Cube("1-0"), Cube("0-1")), std::nullopt);
+}
+
+TEST(SumOfProducts, GivesKnownListsInOrder) {
+  const struct {
+    Operation operation;
+    Texts in, out;
+  } table[] = {
+      {complement, {"11"}, {"0-", "-0"}},
+      {complement, {"111"}, {"0--", "-0-", "--0"}},
+      {complement, {"1-", "-1"}, {"00"}},
+      {complement, {"10", "01"}, {"11", "00"}},
+      {complement, {"00", "01", "10", "11"}, {}},
+      {complement, {}, {}},
+      {expandXor, {"1-", "-1"}, {"10", "01"}},
+      {expandXor, {"--", "1-"}, {"0-"}},
+      {expandXor, {"--", "1-", "-1"}, {"11", "00"}},
+      {expandXor, {"11-", "-11", "1-1"}, {"110", "011", "1-1"}},
+      {expandXor, {"10", "10"}, {}},
+      {expandXor, {}, {}},
+      {simplify, {"1-", "01"}, {"1-", "-1"}},
+      {simplify, {"1-0", "-11", "11-"}, {"-11", "1-0"}},
+      {simplify, {}, {}},
+      {minimize(0), {"10", "11", "01"}, {"-1", "10"}},
+      {minimize(0), {"100", "101", "111", "110"}, {"1--"}},
+      {minimize(0), {"1--", "110"}, {"1--", "110"}},  // two groups apart
+      {minimize(0), {"10", "10"}, {"10"}},
+      // The universal cube removes all others only in a list that uses all columns, and only in a
+      // list that does not is it freed of its duplicates.
+      {minimize(0), {"0-", "1-", "11"}, {"--"}},
+      {minimize(1), {"0-", "1-", "11"}, {"--", "11"}},
+      {minimize(0), {"0-", "1-", "-0", "-1"}, {"--", "--"}},
+      {minimize(1), {"0-", "1-", "-0", "-1"}, {"--"}},
+      {minimize(1), {"0-", "1-", "-1"}, {"--"}},
+  };
+  for (const auto& row : table) {
+    EXPECT_EQ(row.operation(row.in), row.out) << ::testing::PrintToString(row.in);
+  }
+  CubeList untouched = cubesOf({"00", "01", "10"});
+  sharpList(untouched, {}, 2);
+  EXPECT_EQ(textsOf(untouched, 2), (Texts{"00", "01", "10"}));
+  // The whole cubes are put in front in reverse, the first one foremost; the merge turns the group.
+  CubeList list = cubesOf({"1100", "0011", "0110", "--11"});
+  sharpList(list, cubesOf({"0111"}), 4);
+  EXPECT_EQ(textsOf(list, 4), (Texts{"-011", "1-11", "0110", "1100"}));
+}
+
+TEST(XorCover, GivesKnownListsInOrder) {
+  const struct {
+    Texts in, out;
+  } table[] = {
+      {{"10", "11"}, {"1-"}},
+      {{"1-", "-1"}, {"00", "--"}},
+      {{"11-", "-11"}, {"010", "-1-"}},
+      {{"1100", "1101", "0011", "0111"}, {"110-", "0-11"}},
+      {{"110", "101", "011"}, {"000", "-0-", "1--", "--1"}},
+      {{"111", "000"}, {"00-", "0-1", "-11"}},
+      {{"1", "0"}, {"none"}},
+      {{"10"}, {"none"}},
+      {{"10", "10"}, {"10"}},
+      {{"1-", "11"}, {"1-"}},
+      {{"--", "01"}, {"--"}},
+      {{"-1-1", "1-1-", "1-11"}, {"-1-1", "1-1-", "1111"}},
+  };
+  for (const auto& row : table) {
+    EXPECT_EQ(coverByXor(row.in), row.out) << ::testing::PrintToString(row.in);
+  }
+  Texts points;
+  for (unsigned point = 128; point < 256; ++point) {
+    points.push_back(std::bitset<8>(point).to_string());
+  }
+  EXPECT_EQ(coverByXor(points), Texts{"1-------"});
+  points.push_back("00000000");  // the 129th cube, although it would merge to few
+  EXPECT_EQ(coverByXor(points), Texts{"none"});
+}
+
+// How many cubes hold each point of up to 256.
+std::vector<unsigned> countPoints(const Texts& texts, std::size_t width) {
+  std::vector<unsigned> counts(std::size_t{1} << width);
+  for (unsigned point = 0; point < counts.size(); ++point) {
+    for (const std::string& text : texts) {
+      bool holds = true;
+      for (std::size_t c = 0; c < width; ++c) holds &= text[c] != "10"[(point >> c) & 1U];
+      counts[point] += holds ? 1U : 0U;
+    }
+  }
+  return counts;
+}
+
+TEST(Minimizer, KeepsFunctions) {
+  const auto any = [](unsigned count) { return count > 0; };
+  const auto none = [](unsigned count) { return count == 0; };
+  const auto odd = [](unsigned count) { return count % 2 == 1; };
+  const struct {
+    const char* name;
+    Operation operation;
+    std::function<bool(unsigned)> before, after;
+  } table[] = {
+      {"simplify", simplify, any, any},    {"complement", complement, none, any},
+      {"minimize", minimize(0), any, any}, {"minimize narrowed", minimize(2), any, any},
+      {"expandXor", expandXor, odd, any},  {"coverByXor", coverByXor, any, odd},
+  };
+  std::mt19937 random(20);
+  for (int round = 0; round < 3000; ++round) {
+    const std::size_t width = 2 + random() % 5;
+    const Texts in = randomTexts(random, 2 + random() % 14, width);
+    for (const auto& row : table) {
+      const Texts out = row.operation(in);
+      // The exclusive OR of a universal cube and of cubes that cancel has no sum of products.
+      if (out.empty() && std::find(in.begin(), in.end(), std::string(width, '-')) != in.end()) {
+        continue;
+      }
+      const auto before = countPoints(in, width);
+      const auto after = countPoints(out, width);
+      for (std::size_t point = 0; point < before.size(); ++point) {
+        ASSERT_EQ(row.before(before[point]), row.after(after[point]))
+            << row.name << ::testing::PrintToString(in) << ::testing::PrintToString(out);
+      }
+    }
+  }
+}
+
+TEST(Minimizer, LeavesNoRedundantCube) {
+  std::mt19937 random(21);
+  for (int round = 0; round < 300; ++round) {
+    const Texts list = simplify(randomTexts(random, 2 + random() % 30, 6));
+    const auto dashes = [](const std::string& t) { return std::count(t.begin(), t.end(), '-'); };
+    for (const std::string& cube : list) {
+      Texts others;
+      std::copy_if(list.begin(), list.end(), std::back_inserter(others),
+                   [&](const auto& t) { return &t != &cube && dashes(t) >= dashes(cube); });
+      const auto own = countPoints({cube}, 6);
+      const auto covered = countPoints(others, 6);
+      EXPECT_FALSE(std::equal(own.begin(), own.end(), covered.begin(), std::less_equal<>()))
+          << cube << ::testing::PrintToString(list);
+    }
+  }
+}
+
+// The steps of CubeGroups by plain scans: each group in order, each cube with its first partner.
+using Groups = std::vector<CubeList>;
+using Partner = std::function<bool(const Cube& a, const Cube& b)>;
+
+void scanDuplicates(Groups& groups) {
+  for (std::size_t d = 0; d + 1 < groups.size(); ++d) {
+    CubeList kept;
+    for (const Cube& cube : groups[d]) {
+      if (std::find(kept.begin(), kept.end(), cube) == kept.end()) kept.push_back(cube);
+    }
+    groups[d] = kept;
+  }
+}
+
+// Takes each cube that has a partner in group d + step out, with a partner of its own group, and
+// appends it to the next group without the literal in which the two are opposite, if there is one.
+void scanPartners(Groups& groups, std::size_t d, std::size_t step, const Partner& isPartner) {
+  CubeList& group = groups[d];
+  for (std::size_t a = 0; a < group.size();) {
+    const CubeList& others = groups[d + step];
+    std::size_t b = step == 0 ? a + 1 : 0;
+    while (b < others.size() && !isPartner(group[a], others[b])) ++b;
+    if (b >= others.size()) {
+      ++a;
+      continue;
+    }
+    Cube wider = group[a];
+    others[b].forEachLiteral([&](std::size_t column, char literal) {
+      if (wider.at(column) != literal) wider.set(column, '-');
+    });
+    if (!(wider == group[a])) groups[d + 1].push_back(wider);
+    if (step == 0) group.erase(group.begin() + static_cast<std::ptrdiff_t>(b));
+    group.erase(group.begin() + static_cast<std::ptrdiff_t>(a));
+  }
+}
+
+void scanMerge(Groups& groups) {
+  const auto differInOne = [](const Cube& a, const Cube& b) { return differingColumns(a, b) == 1; };
+  scanDuplicates(groups);
+  for (std::size_t d = 0; d + 1 < groups.size(); ++d) scanPartners(groups, d, 0, differInOne);
+  for (std::size_t d = 0; d + 2 < groups.size(); ++d) scanPartners(groups, d, 1, differInOne);
+}
+
+void scanExpand(Groups& groups) {
+  const auto expands = [](const Cube& a, const Cube& b) {
+    return (b.block(0).care & ~a.block(0).care) == 0 && distance(a, b) == 1;
+  };
+  scanDuplicates(groups);
+  for (std::size_t d = 0; d + 2 < groups.size(); ++d) scanPartners(groups, d, 1, expands);
+}
+
+TEST(CubeGroups, FindByHashWhatAScanFinds) {
+  std::mt19937 random(22);
+  for (int round = 0; round < 100; ++round) {
+    const std::size_t width = 6 + random() % 5;
+    const CubeList list = cubesOf(randomTexts(random, 100 + random() % 500, width));
+    Groups scanned(width + 1);
+    for (auto cube = list.rbegin(); cube != list.rend(); ++cube) {
+      scanned[dashCount(*cube, width)].push_back(*cube);
+    }
+    const bool expands = round % 2 == 0;
+    expands ? scanExpand(scanned) : scanMerge(scanned);
+    if (!scanned[width].empty()) scanned.assign(1, scanned[width]);
+    CubeList expected;
+    for (auto group = scanned.rbegin(); group != scanned.rend(); ++group) {
+      expected.insert(expected.end(), group->begin(), group->end());
+    }
+    CubeGroups<Cube> groups(width);
+    CubeList found = list;
+    groups.groupByDashes(found);
+    expands ? groups.expandGroups() : groups.mergeGroups(width);
+    groups.flattenGroups(found);
+    ASSERT_EQ(textsOf(found, width), textsOf(expected, width)) << "expands: " << expands;
+  }
+}
+
+}  // namespace
+}  // namespace ostrel
