@@ -33,10 +33,10 @@ class Cnf {
     return name(goal);
   }
 
+  bool mentions(Literal variable) const { return names_.contains(variable.node()); }
+
   /// The value in the model; false for a variable that no clause mentions.
-  bool value(Literal variable) {
-    return names_.contains(variable.node()) && solver.val(name(variable)) > 0;
-  }
+  bool value(Literal variable) { return mentions(variable) && solver.val(name(variable)) > 0; }
 
  private:
   int name(Literal literal) const {

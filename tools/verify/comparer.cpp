@@ -51,8 +51,8 @@ Answer Comparer::ask(const Task& task, Recipe recipe) {
   const bool choice =
       std::ranges::any_of(answer.assignment, [this](Literal l) { return scene_.isOpenChoice(l); });
   if (answer.proof == Proof::Found && choice) {
-    const Proof proof = scene_.prover().find(forAllChoices(goal), answer.assignment, on);
-    answer.dependsOnChoice = proof != Proof::Found;
+    const Literal certain = forAllChoices(goal).value_or(falseLiteral);
+    answer.dependsOnChoice = scene_.prover().find(certain, answer.assignment, on) != Proof::Found;
   }
   return answer;
 }
@@ -62,15 +62,15 @@ Answer Comparer::ask(const Task& task) {
   return answer.proof == Proof::Never ? answer : ask(task, Recipe::SharedReplaced);
 }
 
-// True where the goal is, whatever is chosen for what INPUT leaves open; false if there is too much
+// True where the goal is, whatever is chosen for what INPUT leaves open; none if there is too much
 // to choose from.
-Literal Comparer::forAllChoices(Literal goal) {
+std::optional<Literal> Comparer::forAllChoices(Literal goal) {
   constexpr int mostChoices = 6;  // each may double the formula
   Graph& graph = scene_.graph();
   int choices = 0;
   for (const std::size_t node : graph.cone({goal})) {
     if (!scene_.isOpenChoice({static_cast<std::uint32_t>(2 * node)})) continue;
-    if (++choices > mostChoices) return falseLiteral;
+    if (++choices > mostChoices) return std::nullopt;
     goal = graph.both(graph.cofactor(goal, node, false), graph.cofactor(goal, node, true));
   }
   return goal;
@@ -86,7 +86,8 @@ bool Comparer::holdsAtRest(const Task& task, Recipe recipe, bool complemented) {
     const Literal rest = settle(graph, *v.in.data(in(c)), open);
     goals.push_back(!graph.exclusiveOr(rest, scene_.leaves().own[c]));
   }
-  return scene_.prover().isNever(graph.conjunction(std::move(goals)));
+  const std::optional<Literal> goal = forAllChoices(graph.conjunction(std::move(goals)));
+  return goal && scene_.prover().isNever(*goal);
 }
 
 bool Comparer::isNeverOn(const Task& task) {

@@ -54,8 +54,9 @@ class Comparer {
   /// combinational ones replaced where that fails.
   Answer ask(const Task& task);
 
-  /// Whether the function, or its complement, holds wherever the loops that were cut are at rest.
-  /// A free value in a loop can be one that INPUT never shows at rest.
+  /// Whether the function, or its complement, holds wherever the loops that were cut are at rest:
+  /// a free value in a loop can be one that INPUT never shows at rest. What INPUT leaves open may
+  /// be chosen.
   bool holdsAtRest(const Task& task, Recipe recipe, bool complemented);
 
   /// Whether the function is never 1.
@@ -67,13 +68,13 @@ class Comparer {
  private:
   Views& views(Recipe recipe);
   Answer ask(const Task& task, Recipe recipe);
-  Literal forAllChoices(Literal goal);
+  std::optional<Literal> forAllChoices(Literal goal);
   std::string computed(const Task& task, View& view, const std::vector<Literal>& assignment);
 
   const Pairing& pairing_;
   Scene scene_;
   Senses senses_;
-  std::array<std::optional<Views>, 3> views_;
+  std::array<std::optional<Views>, recipeCount> views_;
 };
 
 /// The function of one file as a view shows it; none if it is not given.

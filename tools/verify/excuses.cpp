@@ -20,20 +20,28 @@ constexpr ControlOption controlOptions[] = {
     {Slot::OutputEnable, "-oe", &RunOptions::outputEnable},
 };
 
-// The one column that the function repeats or inverts.
-std::optional<RowLiteral> singleLiteral(const Network& network, const Function& f) {
-  const std::vector<std::uint32_t>& rows = f.on.empty() ? f.off : f.on;
+// The one literal that the rows come down to.
+std::optional<RowLiteral> singleLiteral(const Network& network,
+                                        const std::vector<std::uint32_t>& rows) {
   if (rows.size() != 1 || network.rows[rows.front()].size() != 1) return std::nullopt;
   return network.rows[rows.front()].front();
 }
 
-// Whether the first list has all terms of the second, which has more than one.
+// Whether the first list has all terms of the second, which has some.
 bool containsTerms(const Network& network, const std::vector<std::uint32_t>& all,
                    const std::vector<std::uint32_t>& some) {
-  return some.size() > 1 && std::ranges::all_of(some, [&](std::uint32_t s) {
-           return std::ranges::any_of(
-               all, [&](std::uint32_t a) { return network.rows[a] == network.rows[s]; });
-         });
+  return !some.empty() && std::ranges::all_of(some, [&](std::uint32_t s) {
+    return std::ranges::any_of(all,
+                               [&](std::uint32_t a) { return network.rows[a] == network.rows[s]; });
+  });
+}
+
+// Whether a function of several terms has all terms of the plain function of a Signal.
+bool holdsTermsOf(const Network& network, const Function& f, const Signal& source) {
+  if (!source.has(Slot::Logic) || (f.on.size() < 2 && f.off.size() < 2)) return false;
+  const Function& g = network.function(source, Slot::Logic);
+  return containsTerms(network, f.on, g.on) || containsTerms(network, f.off, g.off) ||
+         containsTerms(network, f.on, g.off) || containsTerms(network, f.off, g.on);
 }
 
 bool bothHalvesMarked(const Network& network, const Signal& signal) {
@@ -76,14 +84,18 @@ std::optional<std::string> Excuses::forMissingData(const Signal& signal, bool on
   return std::nullopt;
 }
 
-// The node whose value the plain function of a Signal repeats or inverts.
+// The node whose value the rows of 1 or the rows of 0 of a plain function repeat or invert.
 const Signal* Excuses::repeatedNode(const Signal& signal) const {
   const Network& in = pairing_.in;
   if (signal.shape() != DataShape::Logic) return nullptr;
-  const auto literal = singleLiteral(in, in.function(signal, Slot::Logic));
-  if (!literal) return nullptr;
-  const Signal& source = in.signals[in.columns[literal->column].signal];
-  return source.isNode ? &source : nullptr;
+  const Function& f = in.function(signal, Slot::Logic);
+  for (const auto* rows : {&f.on, &f.off}) {
+    const std::optional<RowLiteral> literal = singleLiteral(in, *rows);
+    if (!literal) continue;
+    const Signal& source = in.signals[in.columns[literal->column].signal];
+    if (source.isNode) return &source;
+  }
+  return nullptr;
 }
 
 // A Signal that took over a pair shares its fate, through any number of Signals that repeat it.
@@ -145,8 +157,8 @@ std::optional<std::string> Excuses::forCollapse(std::size_t index) const {
   if (out->shape() != DataShape::Pair || signal.shape() != DataShape::Logic) return std::nullopt;
   const Signal* source = repeatedNode(signal);
   if (source == nullptr) return std::nullopt;
-  // Rows of 0 alone become an inverted ON set.
-  const bool becomesMarked = in.function(signal, Slot::Logic).on.empty();
+  // Rows of 0 can become an inverted ON set.
+  const bool becomesMarked = !in.function(signal, Slot::Logic).off.empty();
   const bool marked = becomesMarked || hasMarkedData(in, signal) || source->declaredInverted ||
                       hasMarkedData(in, *source) || bothHalvesMarked(pairing_.out, *out);
   if (!marked) return std::nullopt;
@@ -157,21 +169,23 @@ std::optional<std::string> Excuses::forCollapse(std::size_t index) const {
 // the sense that the marks of the name give.
 std::optional<std::string> Excuses::forLiteralSense(const Function& in, const Function& out) const {
   if (in.on.size() < 2 && in.off.size() < 2) return std::nullopt;
-  const std::optional<RowLiteral> literal = singleLiteral(pairing_.out, out);
+  const std::optional<RowLiteral> literal = singleLiteral(pairing_.out, out.on);
   if (!literal) return std::nullopt;
   const std::optional<std::size_t> i = pairing_.toIn[pairing_.out.columns[literal->column].signal];
   if (!i || pairing_.registered[*i]) return std::nullopt;
   const Signal& source = pairing_.in.signals[*i];
+  if (!holdsTermsOf(pairing_.in, in, source)) return std::nullopt;
   const bool senseOfName = literal->positive == (source.inversionCount() != 1);
   if (!senseOfName && !options_.ffBeforeInverter) return std::nullopt;
   return "it became a literal of " + source.name + ", whose name marks gave the sense";
 }
 
-std::optional<std::string> Excuses::forComplement(std::size_t index, Slot slot) const {
+std::optional<std::string> Excuses::forComplement(std::size_t index, Slot slot,
+                                                  Slot outSlot) const {
   const Signal& in = pairing_.in.signals[index];
   const Signal& out = *pairing_.partner(index);
   if (slot != Slot::Logic) {
-    return forLiteralSense(pairing_.in.function(in, slot), pairing_.out.function(out, slot));
+    return forLiteralSense(pairing_.in.function(in, slot), pairing_.out.function(out, outSlot));
   }
   if (const auto reason = forCollapse(index)) return reason;
   if (in.shape() != DataShape::Pair || out.shape() != DataShape::Pair) return std::nullopt;
@@ -181,6 +195,27 @@ std::optional<std::string> Excuses::forComplement(std::size_t index, Slot slot) 
           forLiteralSense(pairing_.in.function(in, from), pairing_.out.function(out, to));
       if (reason) return reason;
     }
+  }
+  return std::nullopt;
+}
+
+std::optional<std::string> Excuses::forUnreadNode(std::size_t index, Slot slot) const {
+  const Network& in = pairing_.in;
+  const std::vector<bool> unread = unreadColumns(pairing_);
+  const auto find = [&](Slot s) -> std::optional<std::string> {
+    if (!in.signals[index].has(s)) return std::nullopt;
+    for (const std::uint32_t r : in.function(in.signals[index], s).off) {
+      for (const RowLiteral l : in.rows[r]) {
+        if (!unread[l.column]) continue;
+        return "rows of 0 alone read " + in.signals[in.columns[l.column].signal].name +
+               ", so it was removed as unread, and its literals with it";
+      }
+    }
+    return std::nullopt;
+  };
+  if (slot != Slot::Logic) return find(slot);
+  for (const Slot s : {Slot::Logic, Slot::XorLeft, Slot::XorRight}) {
+    if (const auto reason = find(s)) return reason;
   }
   return std::nullopt;
 }
@@ -209,14 +244,8 @@ bool Excuses::couldReuse(std::size_t index, Slot slot, const Signal& source) con
   const Network& in = pairing_.in;
   const Signal& signal = in.signals[index];
   const bool shares = options_.splitMax >= 2 && !options_.speed;
-  if (!source.has(Slot::Logic)) return false;
   const auto holdsTerms = [&](Slot s) {
-    if (!signal.has(s)) return false;
-    const Function& f = in.function(signal, s);
-    const Function& g = in.function(source, Slot::Logic);
-    if (f.on.size() < 2 && f.off.size() < 2) return false;
-    return containsTerms(in, f.on, g.on) || containsTerms(in, f.off, g.off) ||
-           containsTerms(in, f.on, g.off) || containsTerms(in, f.off, g.on);
+    return signal.has(s) && holdsTermsOf(in, in.function(signal, s), source);
   };
   if (slot != Slot::Logic) return holdsTerms(slot);
   return (shares && holdsTerms(slot)) || holdsTerms(Slot::XorLeft) || holdsTerms(Slot::XorRight);

@@ -28,7 +28,11 @@ class Excuses {
   std::optional<std::string> forMissingZero(std::size_t signal) const;
 
   /// Why the data or control function may have come out as its complement.
-  std::optional<std::string> forComplement(std::size_t signal, Slot slot) const;
+  std::optional<std::string> forComplement(std::size_t signal, Slot slot, Slot outSlot) const;
+
+  /// Why literals of nodes that OUTPUT lacks may be gone from the function: only its rows of 0
+  /// read them, and these do not count as readers.
+  std::optional<std::string> forUnreadNode(std::size_t signal, Slot slot) const;
 
   /// Why a function may read the pin of a Signal in the place of its own value or the other way
   /// round. The Signal is a pin that can be off.

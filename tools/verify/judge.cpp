@@ -187,15 +187,18 @@ class Judge {
     if (!cuts.empty() && comparer_.holdsAtRest(task, Recipe::SharedReplaced, false)) {
       return "it differs only where the loop through " + in(cuts.front()).name + " is not at rest";
     }
-    if (const auto reason = excuses_.forComplement(task.signal, task.slot)) {
+    if (const auto reason = excuses_.forComplement(task.signal, task.slot, task.outSlot)) {
       if (comparer_.holdsAtRest(task, Recipe::SharedReplaced, true)) return reason;
+    }
+    if (const auto reason = excuses_.forUnreadNode(task.signal, task.slot)) {
+      if (comparer_.holdsAtRest(task, Recipe::UnreadIgnored, false)) return reason;
     }
     for (std::size_t i = 0; i < pairing_.in.signals.size(); ++i) {
       if (!pairing_.twoValued[i] || !mentions(answer.assignment, i)) continue;
       const auto reason = excuses_.forPinRead(task.signal, task.slot, i);
       if (!reason) continue;
       if (comparer_.holdsAtRest(task, Recipe::PinsInside, false)) return reason;
-      const bool turned = excuses_.forComplement(task.signal, task.slot).has_value();
+      const bool turned = excuses_.forComplement(task.signal, task.slot, task.outSlot).has_value();
       if (turned && comparer_.holdsAtRest(task, Recipe::PinsInside, true)) return reason;
     }
     return std::nullopt;
@@ -246,7 +249,10 @@ class Judge {
     if (!in(i).has(Reset) || in(i).has(Set) || !out(i).has(Reset) || out(i).has(Set)) return false;
     const Extension before = pairing_.in.function(in(i), Reset).extension;
     const Extension after = pairing_.out.function(out(i), Reset).extension;
-    return twin(before) == after && comparer_.ask({i, Reset, Reset}).proof == Proof::Never;
+    if (twin(before) != after) return false;
+    const Task task{i, Reset, Reset};
+    const Answer answer = comparer_.ask(task);
+    return answer.proof == Proof::Never || excuse(task, answer).has_value();
   }
 
   static std::vector<Finding> excused(std::vector<Finding> findings, const std::string& reason) {

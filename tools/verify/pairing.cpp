@@ -16,7 +16,8 @@ bool isAlwaysOn(const Network& network, const Function& enable, int effort) {
     values.own.push_back(graph.variable());
     values.pin.push_back(graph.variable());
   }
-  View view(graph, network, std::move(values), std::vector<bool>(network.columns.size(), false));
+  const std::vector<bool> none(network.columns.size(), false);
+  View view(graph, network, std::move(values), none, none);
   const Literal on = view.meaning(enable).on;
   Simulation simulation(graph);
   return Prover(graph, simulation, effort).isNever(!on);
@@ -98,6 +99,22 @@ Pairing pairUp(const Network& in, const Network& out, int effort) {
     p.twoValued.push_back(canBeOff(in, signal, effort) && !onInOutput);
   }
   return p;
+}
+
+std::vector<bool> unreadColumns(const Pairing& pairing) {
+  const Network& in = pairing.in;
+  std::vector<bool> isRead(in.signals.size(), false);
+  for (const Function& f : in.functions) {
+    for (const std::uint32_t r : f.on) {
+      for (const RowLiteral l : in.rows[r]) isRead[in.columns[l.column].signal] = true;
+    }
+  }
+  std::vector<bool> unread;
+  for (const Column& column : in.columns) {
+    const bool isLost = in.signals[column.signal].isNode && !pairing.toOut[column.signal];
+    unread.push_back(isLost && !isRead[column.signal]);
+  }
+  return unread;
 }
 
 std::vector<std::string> structuralDifferences(const Pairing& pairing) {

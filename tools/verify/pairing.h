@@ -29,6 +29,9 @@ struct Pairing {
 /// Whether an output enable is always on is asked of the solver, within the effort.
 Pairing pairUp(const Network& in, const Network& out, int effort);
 
+/// The columns of INPUT that read nodes which OUTPUT lacks and which no row of 1 reads.
+std::vector<bool> unreadColumns(const Pairing& pairing);
+
 /// What is wrong with OUTPUT as a list of Signals, before any function is looked at: lost pins and
 /// registers, new pins, nodes that came with state, changed register types.
 /// Each text names its Signal in front of a colon.

@@ -1,5 +1,7 @@
 #include "verify/scene.h"
 
+#include <algorithm>
+
 namespace ostrel::verify {
 
 namespace {
@@ -121,7 +123,8 @@ Scene::Scene(const Pairing& pairing, bool flipFlopFirst, int effort)
   }
   nameLeaves();
   seedVectors();
-  for (const Recipe r : {Recipe::SharedFree, Recipe::SharedReplaced, Recipe::PinsInside}) {
+  for (const Recipe r :
+       {Recipe::SharedFree, Recipe::SharedReplaced, Recipe::PinsInside, Recipe::UnreadIgnored}) {
     plans_[static_cast<std::size_t>(r)] = makePlan(r);
   }
 }
@@ -161,8 +164,10 @@ Views Scene::build(Recipe recipe, Values leaves, const std::vector<Literal>& sen
       names_[values.own.back().node()] = p.out.signals[o].name;
     }
   }
-  Views views{View(graph_, p.in, leaves, std::vector<bool>(p.in.columns.size(), false)),
-              View(graph_, p.out, std::move(values), readsInverted_)};
+  const std::vector<bool> none(std::max(p.in.columns.size(), p.out.columns.size()), false);
+  Views views{
+      View(graph_, p.in, leaves, none, recipe == Recipe::UnreadIgnored ? unreadColumns(p) : none),
+      View(graph_, p.out, std::move(values), readsInverted_, none)};
   for (const std::size_t o : plan.out.signals) {
     views.out.substitute(o, graph_.variable(), pinsInside || !p.isTwoValuedOut(o));
   }

@@ -23,8 +23,11 @@ namespace ostrel::verify {
 enum class Recipe : unsigned char {
   SharedFree,      ///< only what one file alone has is replaced
   SharedReplaced,  ///< combinational Signals of both files too
-  PinsInside       ///< likewise, and a pin that can be off is taken for its own value
+  PinsInside,      ///< likewise, and a pin that can be off is taken for its own value
+  UnreadIgnored    ///< as SharedReplaced, without literals of lost nodes that only rows of 0 read
 };
+
+inline constexpr std::size_t recipeCount = 4;
 
 struct Views {
   View in;
@@ -76,7 +79,7 @@ class Scene {
   Simulation simulation_{graph_};
   Prover prover_;
   Values leaves_;
-  std::array<Plan, 3> plans_;
+  std::array<Plan, recipeCount> plans_;
   std::vector<bool> readsInverted_;  // by input column of OUTPUT
   std::unordered_map<std::size_t, std::string> names_;
   std::unordered_set<std::size_t> openChoices_;

@@ -36,6 +36,7 @@ class Search {
 
   Senses run() {
     addExamples();
+    preferFalse();
     for (int turn = 0; turn < maxTurns; ++turn) {
       if (!guess()) break;
       std::vector<Literal> assignment;
@@ -67,6 +68,13 @@ class Search {
     }
   }
 
+  // Where both senses would do, no exchange is the better guess.
+  void preferFalse() {
+    for (const std::size_t c : candidates_) {
+      if (guesses_.mentions(variables_[c])) guesses_.solver.phase(-guesses_.literal(variables_[c]));
+    }
+  }
+
   void addExample(const Values& values) {
     const std::vector<Literal> conflicts = conflictsOf_(values, variables_);
     while (kept_.size() < conflicts.size()) kept_.push_back(guesses_.newVariable());
@@ -88,6 +96,7 @@ class Search {
                                        [&](int k) { return k != 0 && guesses_.solver.failed(k); });
       if (status != 20 || failed == kept_.rend()) return false;
       *failed = 0;
+      ++senses_.failing;
     }
     for (const std::size_t c : candidates_) {
       senses_.values[c] = falseLiteral ^ guesses_.value(variables_[c]);

@@ -17,6 +17,7 @@ using ConflictsOf =
 struct Senses {
   std::vector<Literal> values;  ///< constants, by Signal of INPUT
   bool settled = true;          ///< false if the search ran into its limit
+  std::size_t failing = 0;      ///< functions that the search had to leave out
 };
 
 /// Searches senses for the candidate Signals under which all functions hold, or else as many of

@@ -13,7 +13,7 @@ bool canTurn(const Signal& in, const Signal& out) {
   return in.isNode && after == DataShape::Logic && before != DataShape::None;
 }
 
-// Both .ASYNC and .SYNC are resets, so that an exchange does not show.
+// Both .ASYNC and .SYNC are resets, so that an exchange leaves the function where it was.
 bool hasWordsOfOneSlot(const Network& in, const Signal& signal) {
   if (!signal.has(Slot::Reset)) return false;
   const Extension e = in.function(signal, Slot::Reset).extension;
@@ -23,15 +23,17 @@ bool hasWordsOfOneSlot(const Network& in, const Signal& signal) {
 // Where a Signal's Set and Reset fail in the arrangement that its sense asks for.
 class SetResetConflict {
  public:
-  SetResetConflict(Graph& graph, const Pairing& pairing, const Excuses& excuses, Views& views)
-      : graph_(graph), pairing_(pairing), excuses_(excuses), views_(views) {}
+  SetResetConflict(Graph& graph, const Pairing& pairing, const Excuses& excuses, bool exchanges,
+                   Views& views)
+      : graph_(graph), pairing_(pairing), excuses_(excuses), exchanges_(exchanges), views_(views) {}
 
   Literal of(std::size_t i, Literal sense) {
     const Signal& in = pairing_.in.signals[i];
     const Signal& out = *pairing_.partner(i);
-    const bool hasData = isGiven(in, Slot::Logic) && isGiven(out, Slot::Logic);
+    if (hasWordsOfOneSlot(pairing_.in, in)) return failing(i, Slot::Reset, Slot::Reset);
+    const bool canExchange = exchanges_ && isGiven(in, Slot::Logic) && isGiven(out, Slot::Logic);
     const bool marks = pairing_.in.isInverted(in) != pairing_.out.isInverted(out);
-    const Literal exchange = hasData ? sense ^ marks : falseLiteral;
+    const Literal exchange = canExchange ? sense ^ marks : falseLiteral;
     const Literal straight =
         graph_.either(failing(i, Slot::Reset, Slot::Reset), failing(i, Slot::Set, Slot::Set));
     const Literal crossed =
@@ -53,6 +55,7 @@ class SetResetConflict {
   Graph& graph_;
   const Pairing& pairing_;
   const Excuses& excuses_;
+  bool exchanges_;  // Set and Reset follow the polarity
   Views& views_;
 };
 
@@ -68,21 +71,28 @@ Senses findTurnedNodes(Comparer& comparer, const Pairing& pairing, const RunOpti
     const Signal* out = pairing.partner(i);
     if (out == nullptr) continue;
     if (canTurn(in, *out)) candidates.push_back(i);
-    if (options.swapSetReset && !hasWordsOfOneSlot(pairing.in, in)) initialized.push_back(i);
+    if (in.has(Slot::Reset) || in.has(Slot::Set)) initialized.push_back(i);
     for (const Slot s : {Slot::Logic, Slot::Clock, Slot::ClockEnable, Slot::OutputEnable}) {
       if (isGiven(in, s) && isGiven(*out, s)) tasks.push_back({i, s, s});
     }
   }
   if (candidates.empty()) return comparer.senses();
   Scene& scene = comparer.scene();
-  return findSenses(scene, candidates, [&](const Values& leaves, const auto& senses) {
-    Views views = scene.build(Recipe::SharedReplaced, leaves, senses);
-    SetResetConflict setReset(scene.graph(), pairing, excuses, views);
-    std::vector<Literal> conflicts;
-    for (const Task& t : tasks) conflicts.push_back(comparer.conflict(t, views, senses));
-    for (const std::size_t i : initialized) conflicts.push_back(setReset.of(i, senses[i]));
-    return conflicts;
-  });
+  const auto search = [&](Recipe recipe) {
+    return findSenses(scene, candidates, [&, recipe](const Values& leaves, const auto& senses) {
+      Views views = scene.build(recipe, leaves, senses);
+      SetResetConflict setReset(scene.graph(), pairing, excuses, options.swapSetReset, views);
+      std::vector<Literal> conflicts;
+      for (const Task& t : tasks) conflicts.push_back(comparer.conflict(t, views, senses));
+      for (const std::size_t i : initialized) conflicts.push_back(setReset.of(i, senses[i]));
+      return conflicts;
+    });
+  };
+  // A function that fails anyway drags its readers along where it is replaced.
+  Senses senses = search(Recipe::SharedReplaced);
+  if (senses.settled && senses.failing == 0) return senses;
+  Senses other = search(Recipe::SharedFree);
+  return other.settled && (!senses.settled || other.failing < senses.failing) ? other : senses;
 }
 
 }  // namespace ostrel::verify

@@ -27,8 +27,9 @@ Literal View::row(std::uint32_t row) {
   std::optional<Literal>& known = rows_[row];
   if (!known) {
     std::vector<Literal> literals;
-    for (const RowLiteral l : network_->rows[row])
-      literals.push_back(column(l.column) ^ !l.positive);
+    for (const RowLiteral l : network_->rows[row]) {
+      if (!ignored_[l.column]) literals.push_back(column(l.column) ^ !l.positive);
+    }
     known = graph_->conjunction(std::move(literals));
   }
   return *known;

@@ -30,12 +30,15 @@ struct Values {
 
 class View {
  public:
-  /// `readsInverted` has a flag for each column that reads the complement of its Signal's value.
-  View(Graph& graph, const Network& network, Values values, std::vector<bool> readsInverted)
+  /// By column: whether it reads the complement of its Signal's value, and whether its literals
+  /// are taken out of the rows.
+  View(Graph& graph, const Network& network, Values values, std::vector<bool> readsInverted,
+       std::vector<bool> ignored)
       : graph_(&graph),
         network_(&network),
         values_(std::move(values)),
         readsInverted_(std::move(readsInverted)),
+        ignored_(std::move(ignored)),
         rows_(network.rows.size()) {}
 
   const Values& values() const { return values_; }
@@ -60,6 +63,7 @@ class View {
   const Network* network_;
   Values values_;
   std::vector<bool> readsInverted_;
+  std::vector<bool> ignored_;
   std::vector<std::optional<Literal>> rows_;
 };
 

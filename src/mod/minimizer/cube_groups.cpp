@@ -171,12 +171,14 @@ void CubeGroups<C>::dropContained(std::size_t dashes) {
       gone_[a] = std::any_of(larger.begin(), larger.end(), contains);
       continue;
     }
+    bool isContained = false;
     forEachNeighbourHash(group[a], literalHash(group[a]), droppedLiteral, [&](std::uint64_t key) {
       auto b = index_.first(key);
       while (b != CubeIndex::none && !contains(larger[b])) b = index_.next(b);
-      gone_[a] = b != CubeIndex::none;
-      return gone_[a] == 0;
+      isContained = b != CubeIndex::none;
+      return !isContained;
     });
+    gone_[a] = isContained;
   }
   eraseGone(group);
 }

@@ -53,7 +53,7 @@ DisjointCover::DisjointCover(std::span<const Cube> cubes, std::size_t width)
 
 bool DisjointCover::build() {
   removeContained();
-  for (auto group = inputs_.rbegin(); group != inputs_.rend(); ++group) placeGroup(*group);
+  for (std::size_t d = inputs_.size(); d-- > 0;) placeGroup(inputs_[d]);
   return placePieces();
 }
 
@@ -191,9 +191,7 @@ bool buildDisjointCover(std::span<const Cube> cubes, CubeTable& table) {
   DisjointCover cover(cubes, width);
   if (!cover.build()) return false;
   assert(isPairwiseDisjoint(cover.cubes()));
-  for (auto i = cover.cubes().rbegin(); i != cover.cubes().rend(); ++i) {
-    pushCube(table, i->cube);
-  }
+  for (std::size_t i = cover.cubes().size(); i-- > 0;) pushCube(table, cover.cubes()[i].cube);
   mergeAdjacent(table);
   return true;
 }

@@ -170,10 +170,10 @@ std::vector<NarrowCube> narrowed(std::span<const Cube> cubes) {
   return std::vector<NarrowCube>(cubes.begin(), cubes.end());
 }
 
-CubeList widened(std::span<const NarrowCube> cubes) {
-  CubeList list(cubes.size());
+// Replaces the list, whose cubes fit one block as well, and keeps its memory.
+void widen(std::span<const NarrowCube> cubes, CubeList& list) {
+  list.resize(cubes.size());
   for (std::size_t i = 0; i < cubes.size(); ++i) list[i].setBlock(0, cubes[i].block(0));
-  return list;
 }
 
 /// Runs work(list), on plain values where the cubes fit one block, as almost all do: the time of
@@ -186,7 +186,7 @@ void onLightCubes(CubeList& list, std::size_t width, Work work) {
   }
   std::vector<NarrowCube> light = narrowed(list);
   work(light);
-  list = widened(light);
+  widen(light, list);
 }
 
 template <PackedCube C>
@@ -218,7 +218,7 @@ void sharpList(CubeList& list, std::span<const Cube> taken, std::size_t width) {
   }
   std::vector<NarrowCube> light = narrowed(list);
   ListAlgebra<NarrowCube>(width).sharp(light, narrowed(taken));
-  list = widened(light);
+  widen(light, list);
 }
 
 void complementList(CubeList& list, std::size_t width) {
@@ -227,7 +227,9 @@ void complementList(CubeList& list, std::size_t width) {
 
 CubeList xorExpand(std::span<const Cube> cubes, std::size_t width) {
   if (width > 64) return expandSum(cubes, width);
-  return widened(expandSum<NarrowCube>(narrowed(cubes), width));
+  CubeList sum;
+  widen(expandSum<NarrowCube>(narrowed(cubes), width), sum);
+  return sum;
 }
 
 }  // namespace ostrel

@@ -19,7 +19,7 @@ std::optional<CubeList> xorCover(std::span<const Cube> cubes, std::size_t width)
   if (!buildDisjointCover(cubes, table) || !reduceXorCover(table)) return std::nullopt;
   CubeList result;
   for (ImplicantList& group : table) {
-    for (auto i = group.rbegin(); i != group.rend(); ++i) result.push_back(std::move(i->cube));
+    for (std::size_t i = group.size(); i-- > 0;) result.push_back(std::move(group[i].cube));
   }
   return result;
 }

@@ -82,9 +82,10 @@ CrossResult crossPass(CubeTable& table) {
   for (std::size_t d = 1; d < table.size(); ++d) {
     ImplicantList& lower = table[d - 1];
     ImplicantList& upper = table[d];
-    for (auto a = lower.rbegin(); a != lower.rend(); ++a) {
-      for (auto b = upper.rbegin(); b != upper.rend(); ++b) {
-        if (!b->deleted && crossLink(a->cube, *b, table)) result = CrossResult::Changed;
+    for (std::size_t i = lower.size(); i-- > 0;) {
+      for (std::size_t j = upper.size(); j-- > 0;) {
+        if (upper[j].deleted) continue;
+        if (crossLink(lower[i].cube, upper[j], table)) result = CrossResult::Changed;
       }
     }
     purgeGroup(upper);

@@ -1,0 +1,80 @@
+// Real circuits through the whole program: every run succeeds, its output is read again, and the
+// verifier proves each function.
+#include <algorithm>
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <sstream>
+
+#include "program.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+std::vector<std::string> circuits() {
+  std::vector<std::string> names;
+  for (const auto& entry : fs::directory_iterator(OSTREL_CIRCUITS)) {
+#ifdef __SANITIZE_ADDRESS__
+    if (entry.file_size() > 10000) continue;  // minutes of checking that the smaller ones do too
+#endif
+    names.push_back(entry.path().stem());
+  }
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+std::string rowsOf(const std::string& file) {
+  std::istringstream stream(file);
+  std::string rows;
+  for (std::string line; std::getline(stream, line);) {
+    if (!line.empty() && std::string("01-").find(line[0]) != std::string::npos) rows += line + "\n";
+  }
+  return rows;
+}
+
+class Circuit : public testing::TestWithParam<std::string> {
+ protected:
+  void SetUp() override { fs::copy_file(source(), folder_ + "/in.tt2"); }
+  void TearDown() override { fs::remove_all(folder_); }
+
+  std::string source() const { return std::string(OSTREL_CIRCUITS) + "/" + GetParam() + ".tt2"; }
+
+  int run(const std::string& from, const std::string& to, const std::vector<std::string>& options) {
+    std::vector<std::string> words = {"ostrel", "-input", from, "-output", to};
+    words.insert(words.end(), options.begin(), options.end());
+    return runIn(folder_, OSTREL_PROGRAM, words).exitCode;
+  }
+
+  std::string folder_ = makeFolder();
+};
+
+TEST_P(Circuit, KeepsItsFunctions) {
+  const std::vector<std::vector<std::string>> optionSets = {
+      {},
+      {"-xor"},
+      {"-split", "16"},
+      {"-xor", "-split", "16"},
+      {"-split", "8", "-share", "3", "-clust", "4"},
+      {"-speed", "-split", "4"},
+      {"-split", "2"}};
+  for (const auto& options : optionSets) {
+    ASSERT_EQ(run("in.tt2", "out.tt2", options), 0);
+#ifdef OSTREL_VERIFY
+    std::vector<std::string> words = {"ostrel-verify", "in.tt2", "out.tt2"};
+    words.insert(words.end(), options.begin(), options.end());
+    const ProgramResult verdict = runIn(folder_, OSTREL_VERIFY, words);
+    EXPECT_EQ(verdict.exitCode, 0) << verdict.out << verdict.err;
+#endif
+  }
+}
+
+TEST_P(Circuit, ComesOutOfItsOwnOutputUnchanged) {
+  ASSERT_EQ(run("in.tt2", "once.tt2", {}), 0);
+  ASSERT_EQ(run("once.tt2", "twice.tt2", {}), 0);
+  EXPECT_EQ(rowsOf(readFile(folder_ + "/once.tt2")), rowsOf(readFile(folder_ + "/twice.tt2")));
+}
+
+INSTANTIATE_TEST_SUITE_P(Circuits, Circuit, testing::ValuesIn(circuits()),
+                         [](const auto& test) { return test.param; });
+
+}  // namespace
