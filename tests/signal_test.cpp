@@ -116,7 +116,6 @@ TEST_F(SignalTest, TakesAPairOnlyIfItIsShorter) {
       {{"100-", "010-", "001-", "111-"}, {}, Polarity::Inverted, false, false},
       {{"11--", "--11"}, {}, Polarity::None, false, true},  // two terms
       {{"1---", "-1--", "--1-"}, {"000-", "0000"}, Polarity::None, false, true},
-      {{"11--", "1-1-", "1--1"}, {}, Polarity::None, false, true},  // nothing gained
   };
   for (const auto& row : table) {
     Signal& signal = make(RegisterType::None, row.polarity);
