@@ -81,14 +81,33 @@ void checkNewSignal(const Signal& signal, std::vector<std::string>& found) {
   }
 }
 
+// By Signal: some row of 1 has a literal of it.
+std::vector<bool> readSignals(const Network& network) {
+  std::vector<bool> isRead(network.signals.size(), false);
+  for (const Function& f : network.functions) {
+    for (const std::uint32_t r : f.on) {
+      for (const RowLiteral l : network.rows[r]) isRead[network.columns[l.column].signal] = true;
+    }
+  }
+  return isRead;
+}
+
+// A node in no column, or one that nothing reads, is none that the run keeps: a node of that name
+// in OUTPUT is a new one.
+bool isDropped(const Signal& signal, bool isRead) {
+  return signal.isNode && (!signal.inColumn || (!isRead && !isRegistered(signal.type)));
+}
+
 }  // namespace
 
 Pairing pairUp(const Network& in, const Network& out, int effort) {
   Pairing p{in, out, {}, {}, {}, {}};
   p.toIn.resize(out.signals.size());
+  const std::vector<bool> isRead = readSignals(in);
   for (std::size_t i = 0; i < in.signals.size(); ++i) {
     const Signal& signal = in.signals[i];
-    const std::optional<std::size_t> o = out.find(signal.name);
+    const std::optional<std::size_t> o =
+        isDropped(signal, isRead[i]) ? std::nullopt : out.find(signal.name);
     p.toOut.push_back(o);
     if (o) p.toIn[*o] = i;
     p.registered.push_back(isRegistered(signal.type) || isRegistered(typeInInput(in, signal)) ||
@@ -103,12 +122,7 @@ Pairing pairUp(const Network& in, const Network& out, int effort) {
 
 std::vector<bool> unreadColumns(const Pairing& pairing) {
   const Network& in = pairing.in;
-  std::vector<bool> isRead(in.signals.size(), false);
-  for (const Function& f : in.functions) {
-    for (const std::uint32_t r : f.on) {
-      for (const RowLiteral l : in.rows[r]) isRead[in.columns[l.column].signal] = true;
-    }
-  }
+  const std::vector<bool> isRead = readSignals(in);
   std::vector<bool> unread;
   for (const Column& column : in.columns) {
     const bool isLost = in.signals[column.signal].isNode && !pairing.toOut[column.signal];
