@@ -338,5 +338,15 @@ TEST(Verify, AnswersOnTheCommandLine) {
   std::filesystem::remove_all(folder);
 }
 
+TEST(Verify, FollowsWhatTheRunTakesOut) {
+  // A node in no column may give its name to a new node.
+  EXPECT_EQ(summary(judge("A B Y|Y_0|f|A B|Y|11 1,00 1",
+                          "A B Y|Y_0|f|A B Y_0|Y Y_0|--1 10,11- 01,00- 01")),
+            "=");
+  // The last pin can go, although a file without pins is no input.
+  EXPECT_EQ(summary(judge("P|A Y|f|A|Y|1 1", "|A Y|f|A|Y|1 1")), "=");
+  EXPECT_EQ(judge("|A Y|f|A|Y|1 1", "|A Y|f|A|Y|1 1").faults.size(), 1U);
+}
+
 }  // namespace
 }  // namespace ostrel::verify

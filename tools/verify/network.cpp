@@ -233,7 +233,6 @@ Network readNetwork(const PlaFile& file) {
   Network network;
   network.type = file.type;
   declare(file, NameKind::Pin, network);
-  if (network.signals.empty()) network.faults.emplace_back("no pins are declared");
   declare(file, NameKind::Node, network);
   if (network.signals.empty()) return network;
   readOutputColumns(file, network);

@@ -92,22 +92,16 @@ std::vector<bool> readSignals(const Network& network) {
   return isRead;
 }
 
-// A node in no column, or one that nothing reads, is none that the run keeps: a node of that name
-// in OUTPUT is a new one.
-bool isDropped(const Signal& signal, bool isRead) {
-  return signal.isNode && (!signal.inColumn || (!isRead && !isRegistered(signal.type)));
-}
-
 }  // namespace
 
 Pairing pairUp(const Network& in, const Network& out, int effort) {
   Pairing p{in, out, {}, {}, {}, {}};
   p.toIn.resize(out.signals.size());
-  const std::vector<bool> isRead = readSignals(in);
   for (std::size_t i = 0; i < in.signals.size(); ++i) {
     const Signal& signal = in.signals[i];
-    const std::optional<std::size_t> o =
-        isDropped(signal, isRead[i]) ? std::nullopt : out.find(signal.name);
+    // The run takes out a node that stands in no column, and may give its name to a new one.
+    const bool isDropped = signal.isNode && !signal.inColumn;
+    const std::optional<std::size_t> o = isDropped ? std::nullopt : out.find(signal.name);
     p.toOut.push_back(o);
     if (o) p.toIn[*o] = i;
     p.registered.push_back(isRegistered(signal.type) || isRegistered(typeInInput(in, signal)) ||
