@@ -58,7 +58,8 @@ class Judge {
       : pairing_(pairing),
         options_(options),
         excuses_(pairing, options),
-        comparer_(pairing, options.ffBeforeInverter, effort) {}
+        comparer_(pairing, options.ffBeforeInverter, effort),
+        isRead_(readSignals(pairing.in)) {}
 
   std::vector<Finding> run() {
     reportForm();
@@ -108,7 +109,16 @@ class Judge {
   }
 
   void judge(const Task& task) {
-    if (std::optional<Finding> f = compare(task)) findings_.push_back(std::move(*f));
+    std::optional<Finding> f = compare(task);
+    if (!f) return;
+    const Signal& signal = in(task.signal);
+    // The run takes out a node that nothing reads, and may give its name to a new one.
+    if (f->outcome == Outcome::Different && signal.isNode && !isRead_[task.signal] &&
+        !isRegistered(signal.type)) {
+      f->outcome = Outcome::NotComparable;
+      f->detail = "nothing reads it in INPUT, so the node of its name in OUTPUT is a new one";
+    }
+    findings_.push_back(std::move(*f));
   }
 
   // None if there is nothing to compare.
@@ -284,6 +294,7 @@ class Judge {
   RunOptions options_;
   Excuses excuses_;
   Comparer comparer_;
+  std::vector<bool> isRead_;  // by Signal of INPUT
   std::vector<Finding> findings_;
 };
 

@@ -81,17 +81,6 @@ void checkNewSignal(const Signal& signal, std::vector<std::string>& found) {
   }
 }
 
-// By Signal: some row of 1 has a literal of it.
-std::vector<bool> readSignals(const Network& network) {
-  std::vector<bool> isRead(network.signals.size(), false);
-  for (const Function& f : network.functions) {
-    for (const std::uint32_t r : f.on) {
-      for (const RowLiteral l : network.rows[r]) isRead[network.columns[l.column].signal] = true;
-    }
-  }
-  return isRead;
-}
-
 }  // namespace
 
 Pairing pairUp(const Network& in, const Network& out, int effort) {
@@ -112,6 +101,16 @@ Pairing pairUp(const Network& in, const Network& out, int effort) {
     p.twoValued.push_back(canBeOff(in, signal, effort) && !onInOutput);
   }
   return p;
+}
+
+std::vector<bool> readSignals(const Network& network) {
+  std::vector<bool> isRead(network.signals.size(), false);
+  for (const Function& f : network.functions) {
+    for (const std::uint32_t r : f.on) {
+      for (const RowLiteral l : network.rows[r]) isRead[network.columns[l.column].signal] = true;
+    }
+  }
+  return isRead;
 }
 
 std::vector<bool> unreadColumns(const Pairing& pairing) {

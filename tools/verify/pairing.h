@@ -29,6 +29,9 @@ struct Pairing {
 /// Whether an output enable is always on is asked of the solver, within the effort.
 Pairing pairUp(const Network& in, const Network& out, int effort);
 
+/// By Signal: some row of 1 has a literal of it.
+std::vector<bool> readSignals(const Network& network);
+
 /// The columns of INPUT that read nodes which OUTPUT lacks and which no row of 1 reads.
 std::vector<bool> unreadColumns(const Pairing& pairing);
 
