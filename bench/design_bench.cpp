@@ -54,7 +54,8 @@ std::string sharedFile(int functions, int terms) {
   std::vector<std::string> marks(pool, std::string(static_cast<std::size_t>(functions), '0'));
   for (int o = 0; o < functions; ++o) {
     std::set<unsigned> chosen;
-    while (chosen.size() < static_cast<std::size_t>(terms)) chosen.insert(static_cast<unsigned>(random() % pool));
+    while (chosen.size() < static_cast<std::size_t>(terms))
+      chosen.insert(static_cast<unsigned>(random() % pool));
     for (const unsigned r : chosen) marks[r][static_cast<std::size_t>(o)] = '1';
   }
   std::string text = header(functions, pool);
