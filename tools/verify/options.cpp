@@ -31,7 +31,7 @@ struct Row {
 constexpr std::size_t whole = 1000;
 
 // In the order of the comparisons: the first match counts.
-constexpr std::array<Row, 24> rows = {{
+constexpr std::array<Row, 24> optionTable = {{
     {"-input", 4, Value::File},
     {"-output", 4, Value::File},
     {"-log", whole, Value::File},
@@ -109,9 +109,10 @@ void apply(const Row& row, std::optional<std::string_view> value, RunOptions& op
 RunOptions readRunOptions(const std::vector<std::string>& words) {
   RunOptions options;
   for (std::size_t i = 0; i < words.size(); ++i) {
-    const auto row = std::ranges::find_if(
-        rows, [&](const Row& r) { return compareNoCaseN(words[i], r.word, r.characters) == 0; });
-    if (row == rows.end()) continue;
+    const auto row = std::ranges::find_if(optionTable, [&](const Row& r) {
+      return compareNoCaseN(words[i], r.word, r.characters) == 0;
+    });
+    if (row == optionTable.end()) continue;
     const bool takesWord = row->value != Value::File && row->value != Value::Ignored;
     const bool hasWord = i + 1 < words.size() && !words[i + 1].starts_with('-');
     if (takesWord && hasWord) {

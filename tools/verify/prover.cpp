@@ -8,7 +8,7 @@ namespace ostrel::verify {
 
 namespace {
 
-constexpr signed char open = 2;
+constexpr signed char undecided = 2;
 
 // Shortening an assignment evaluates the cone once for each variable; beyond this many steps the
 // assignment stays as long as it is.
@@ -83,7 +83,7 @@ Proof Prover::find(Literal goal, std::vector<Literal>& assignment, Literal settl
 std::optional<bool> Prover::evaluate(Literal literal, const std::vector<Literal>& assignment) {
   propagate(graph_.cone({literal}), assignment);
   const signed char value = ternary(literal);
-  return value == open ? std::nullopt : std::optional(value == 1);
+  return value == undecided ? std::nullopt : std::optional(value == 1);
 }
 
 Proof Prover::solve(Literal goal, const std::vector<std::size_t>& nodes,
@@ -103,13 +103,14 @@ Proof Prover::solve(Literal goal, const std::vector<std::size_t>& nodes,
 
 signed char Prover::ternary(Literal literal) const {
   const signed char value = ternary_[literal.node()];
-  return value == open ? open : static_cast<signed char>(value ^ (literal.isComplement() ? 1 : 0));
+  return value == undecided ? undecided
+                            : static_cast<signed char>(value ^ (literal.isComplement() ? 1 : 0));
 }
 
 void Prover::propagate(const std::vector<std::size_t>& nodes,
                        const std::vector<Literal>& assignment) {
-  ternary_.resize(graph_.size(), open);
-  for (const std::size_t node : nodes) ternary_[node] = open;
+  ternary_.resize(graph_.size(), undecided);
+  for (const std::size_t node : nodes) ternary_[node] = undecided;
   for (const Literal given : assignment) ternary_[given.node()] = given.isComplement() ? 0 : 1;
   ternary_[0] = 0;
   for (const std::size_t node : nodes) {
@@ -119,7 +120,7 @@ void Prover::propagate(const std::vector<std::size_t>& nodes,
       const signed char v = ternary(input);
       if (v == 0) value = 0;
       if (v == 0) break;
-      if (v == open) value = open;
+      if (v == undecided) value = undecided;
     }
     ternary_[node] = value;
   }
@@ -134,7 +135,7 @@ void Prover::narrow(Literal goal, Literal settled, const std::vector<std::size_t
     const Literal dropped = assignment[i];
     assignment.erase(assignment.begin() + static_cast<std::ptrdiff_t>(i));
     propagate(nodes, assignment);
-    if (ternary(goal) == 1 && ternary(settled) != open) continue;
+    if (ternary(goal) == 1 && ternary(settled) != undecided) continue;
     assignment.insert(assignment.begin() + static_cast<std::ptrdiff_t>(i), dropped);
     ++i;
   }

@@ -26,8 +26,8 @@ std::size_t TermTable::findSlot(const Cube& cube) const {
 }
 
 /// Makes the slots anew and enters the first `cubeCount` cubes, which are distinct.
-void TermTable::enterAll(std::size_t slotCount, std::size_t cubeCount) {
-  slots_.assign(slotCount, 0);
+void TermTable::enterAll(std::size_t slots, std::size_t cubeCount) {
+  slots_.assign(slots, 0);
   for (std::size_t i = 0; i < cubeCount; ++i) {
     slots_[findSlot(cubes_[i])] = static_cast<std::uint32_t>(i + 1);
   }

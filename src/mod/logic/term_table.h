@@ -58,7 +58,7 @@ class TermTable {
 
  private:
   std::size_t findSlot(const Cube& cube) const;
-  void enterAll(std::size_t slotCount, std::size_t cubeCount);
+  void enterAll(std::size_t slots, std::size_t cubeCount);
 
   std::size_t width_;
   std::uint32_t revision_ = 0;
