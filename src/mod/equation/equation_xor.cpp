@@ -48,11 +48,13 @@ std::optional<XorPair> bestPair(const CubeList& sum, std::int64_t tries, std::si
 }  // namespace
 
 bool Equation::bringToPlainForm() {
-  if (polarity != Polarity::Inverted) return true;
-  if (offSet_.empty() && !reduce(SetSelector::Off)) return false;
-  swapSets();
-  togglePolarity();
-  // The set that was exchanged in can read columns that the support doesn't know.
+  if (polarity == Polarity::Inverted) {
+    if (offSet_.empty() && !reduce(SetSelector::Off)) return false;
+    swapSets();
+    togglePolarity();
+  }
+  // The ON set can read columns that the support doesn't know: of a set that was exchanged in, or
+  // of a node that was there before and now stands for a group of terms.
   ColumnSet columns = supportColumns();
   const std::size_t known = columns.size();
   ostrel::markUsedColumns(onSet_, *terms_, columns);
