@@ -201,7 +201,7 @@ TEST(PlaName, TakesAWordApart) {
 TEST(Writer, WrapsNamesAtTheLineWidth) {
   PlaFile file;
   std::ostringstream ignored;
-  file.prepare(2, 2, 1, 0, 0, PlaType::fr, {ignored, ignored});
+  file.prepare(2, 2, 1, 0, PlaType::fr, {ignored, ignored});
   auto& inputs = file.table(NameKind::Input).records;
   auto& outputs = file.table(NameKind::Output).records;
   inputs[0].base = std::string(74, 'a');  // column 5 + 74 + 1 = 80: the next name must wrap

@@ -91,7 +91,6 @@ class Design {
   // ---- lookups and nodes, which the splitting uses ----
 
   const SignalList& logicList() const { return logicList_; }  ///< Signals with logic
-  std::span<const std::unique_ptr<Signal>> signals() const { return signals_; }
   std::span<const InputColumn> columns() const { return columns_; }
   TermTable& terms() { return terms_; }
 

@@ -17,16 +17,12 @@ void exportProperties(const PlaFile& source, PlaFile& target) {
 
 void Design::exportTo() {
   int outputs = 0;
-  int terms = 0;
-  for (const Signal* signal : logicList_) {
-    outputs += signal->outputColumnCount();
-    terms += signal->totalTermCount();
-  }
+  for (const Signal* signal : logicList_) outputs += signal->outputColumnCount();
   int nodes = 0;
   for (const auto& signal : signals_) nodes += signal->isNode ? 1 : 0;
   const int pins = static_cast<int>(signals_.size()) - nodes;
   // A design without inputs or outputs earns the console's line here and is written all the same.
-  targetPla.prepare(static_cast<int>(columns_.size()), outputs, pins, nodes, terms, plaType_,
+  targetPla.prepare(static_cast<int>(columns_.size()), outputs, pins, nodes, plaType_,
                     standardConsole());
   exportProperties(sourcePla_, targetPla);
 
@@ -44,7 +40,7 @@ void Design::exportTo() {
   column = 0;
   RowMerger rows(targetPla, terms_);
   for (const Signal* signal : logicList_) signal->exportRows(rows, column);
-  targetPla.truncateRows(rows.rowCount());
+  targetPla.termCount = static_cast<int>(targetPla.inputRows.size());
 }
 
 }  // namespace ostrel

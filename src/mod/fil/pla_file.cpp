@@ -57,8 +57,8 @@ Status PlaFile::allocateRows(const Console& console) {
   return Status::Ok;
 }
 
-Status PlaFile::prepare(int inputs, int outputs, int pins, int nodes, int terms, PlaType plaType,
-                        const Console& console) {
+void PlaFile::prepare(int inputs, int outputs, int pins, int nodes, PlaType plaType,
+                      const Console& console) {
   const auto announce = [this](NameKind kind, int n) {
     NameTable& names = table(kind);
     names.count = names.capacity = n;
@@ -69,25 +69,13 @@ Status PlaFile::prepare(int inputs, int outputs, int pins, int nodes, int terms,
   announce(NameKind::Output, outputs);
   announce(NameKind::Pin, pins);
   announce(NameKind::Node, nodes);
-  announce(NameKind::Flipflop, 0);
-  termCount = termCapacity = terms;
   type = plaType;
   if (outputs > 0) phase.emplace(static_cast<std::size_t>(outputs), '1');
-  commentPhase.reset();
-  stateBits.clear();
   // A design without inputs or outputs is reported and written all the same, so the tables have
   // the right width even then.
   inputRows = RowTable(static_cast<std::size_t>(inputs), '-');
   outputRows = RowTable(static_cast<std::size_t>(outputs), '~');
-  return checkColumns(console);
-}
-
-void PlaFile::truncateRows(int n) {
-  termCapacity = n;
-  if (termCount == n) return;
-  inputRows.truncate(static_cast<std::size_t>(n));
-  outputRows.truncate(static_cast<std::size_t>(n));
-  termCount = n;
+  static_cast<void>(checkColumns(console));
 }
 
 }  // namespace ostrel

@@ -68,26 +68,22 @@ class PlaFile {
   /// Fatal if the file can't be used: a fault that stops the reading, or .i or .o missing.
   Status read(std::istream& stream, const Console& console);
 
-  /// Makes empty row tables at the present counts, in front of the first row. Answers as
-  /// checkColumns does; on a fault there are no tables.
+  /// Makes empty row tables at the present counts, in front of the first row. Fatal, with a
+  /// message and without tables, if the inputs or outputs are not declared.
   Status allocateRows(const Console& console);
 
-  /// Sets an empty file up for an export: tables of cleared records, rows that hold nothing.
-  /// Answers as checkColumns does, and is ready for the export in any case.
-  Status prepare(int inputs, int outputs, int pins, int nodes, int terms, PlaType type,
-                 const Console& console);
-
-  /// Cuts the row tables to n rows, which keep their order.
-  void truncateRows(int n);
+  /// Sets a new file up for an export: tables of cleared records, no rows. A message goes to the
+  /// console if there are no inputs or outputs; the file is ready for the export in any case.
+  void prepare(int inputs, int outputs, int pins, int nodes, PlaType type, const Console& console);
 
   /// Writes the file. A DATE property that is empty becomes the present time first. No write is
   /// tested: the state of the stream is the caller's to look at.
   void write(std::ostream& stream);
 
+ private:
   /// Fatal, with a message on the console, if the inputs or outputs are not declared.
   Status checkColumns(const Console& console) const;
 
- private:
   std::array<NameTable, 5> tables_;
 };
 

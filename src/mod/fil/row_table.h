@@ -16,7 +16,6 @@ class RowTable {
   /// No rows yet; each will have `width` characters, at first `fill`.
   RowTable(std::size_t width, char fill) : width_(width), blank_(width, fill) {}
 
-  std::size_t width() const { return width_; }
   std::size_t size() const { return blankRows_ + storedRows_; }
 
   /// Row i, below size().
@@ -38,9 +37,6 @@ class RowTable {
   void set(std::size_t i, std::size_t column, char c) {
     cells_[(i - blankRows_) * width_ + column] = c;
   }
-
-  /// Drops all rows from row n on; nothing if there are fewer.
-  void truncate(std::size_t n);
 
  private:
   std::size_t width_ = 0;

@@ -20,15 +20,12 @@ class RowMerger {
   /// Sets `mark` in output column `column` of the row of each term, in chain order.
   void writeToRows(std::span<const Cover> chain, std::size_t column, char mark);
 
-  int rowCount() const { return rowCount_; }
-
  private:
   static constexpr int none = -1;
 
   PlaFile* file_;
   const TermTable* terms_;
   std::vector<int> rowOf_;  // by term
-  int rowCount_ = 0;
 };
 
 }  // namespace ostrel

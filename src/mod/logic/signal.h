@@ -166,9 +166,6 @@ class Signal {
 
   int outputColumnCount() const { return static_cast<int>(exportedEquations().size()); }
 
-  /// The terms of both sets in the logic and the control slots: the most rows that exportRows adds.
-  int totalTermCount() const;
-
  private:
   Equation& makeEquation(Slot index);
   SetSelector logicSelector() const;

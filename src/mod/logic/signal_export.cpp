@@ -62,15 +62,4 @@ void Signal::exportRows(RowMerger& rows, int& column) const {
   }
 }
 
-int Signal::totalTermCount() const {
-  int count = 0;
-  for (const Slot index : allSlots) {
-    const bool hidden =
-        hasXorPair() ? index == SlotLogic : index == SlotXorLeft || index == SlotXorRight;
-    if (slot(index) != nullptr && !hidden)
-      count += slot(index)->onCount() + slot(index)->offCount();
-  }
-  return count;
-}
-
 }  // namespace ostrel

@@ -1,5 +1,6 @@
 #include "run/log.h"
 
+#include <algorithm>
 #include <cstdarg>
 #include <cstdio>
 #include <fstream>
@@ -11,17 +12,23 @@
 namespace ostrel {
 namespace {
 
-/// One channel: a file of its own, a console stream, or nothing.
+/// One channel: a file, a console stream, the stream of the other channel, or nothing.
 class LogStream {
  public:
-  void open(const std::string& name, std::ostream& fallback, const std::string& input) {
+  void open(const std::string& name, std::ostream& fallback, std::span<const std::string> kept) {
     close();
+    const auto isName = [&](const std::string& other) { return isSameFile(name, other); };
     if (name.empty()) {
       stream_ = &fallback;
-    } else if (!isSameFile(name, input)) {
+    } else if (std::none_of(kept.begin(), kept.end(), isName)) {
       file_ = std::make_unique<std::ofstream>(name, std::ios::trunc);
       if (file_->is_open()) stream_ = file_.get();
     }
+  }
+
+  void share(const LogStream& other) {
+    close();
+    stream_ = other.stream_;
   }
 
   void write(std::string_view text) {
@@ -71,20 +78,23 @@ void logMessage(unsigned mask, const char* format, ...) {
 
 void logText(unsigned mask, std::string_view text) {
   Channels& to = channels();
-  if ((mask & ConsoleOut) != 0) std::cout << text;
-  if ((mask & ConsoleErr) != 0) std::cerr << text;
   if ((mask & ErrorChannel) != 0) to.err.write(text);
   if ((mask & LogChannel) != 0) to.log.write(text);
 }
 
-void openLog(const std::string& logName, const std::string& errName, const std::string& input) {
-  channels().log.open(logName, std::cout, input);
-  channels().err.open(errName, std::cerr, input);
+void openLog(const std::string& logName, const std::string& errName,
+             std::span<const std::string> kept) {
+  channels().log.open(logName, std::cout, kept);
+  if (!logName.empty() && isSameFile(logName, errName)) {
+    channels().err.share(channels().log);
+  } else {
+    channels().err.open(errName, std::cerr, kept);
+  }
 }
 
 void closeLog() {
-  channels().log.close();
   channels().err.close();
+  channels().log.close();
 }
 
 }  // namespace ostrel

@@ -11,8 +11,8 @@ namespace ostrel {
 void copyWithoutPercent(std::istream& from, std::ostream& to);
 
 /// Writes the companion `outputName` of the run's output `inputName`. If the names mean one file,
-/// if the companion would replace the run's own input, or if a file can't be opened, a warning
-/// names the companion and nothing is written.
+/// or if the companion would replace the run's own input, a warning names the companion and nothing
+/// is written; so it is if a file can't be opened, but then the companion is left empty.
 void writePercentCompanion(const std::string& inputName, const std::string& outputName,
                            const std::string& runInput);
 

@@ -1,5 +1,6 @@
 #include "run/run.h"
 
+#include <array>
 #include <ctime>
 #include <filesystem>
 #include <fstream>
@@ -93,7 +94,8 @@ int runProgram(const std::vector<std::string>& words) {
     std::cout.flush();
     return exitFile;
   }
-  openLog(options().log, options().err, options().input);
+  const std::array kept = {options().input, options().output, options().percentFile};
+  openLog(options().log, options().err, kept);
   if (line.optionFileLevel >= maxOptionFileLevel) {
     logMessage(toLog, "<Warning> %s: only %d levels of nested command line @file were read\n",
                toolTag, maxOptionFileLevel);

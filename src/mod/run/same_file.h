@@ -5,7 +5,8 @@
 
 namespace ostrel {
 
-/// True if the names are equal, or if both files exist and are one, through whatever links.
+/// True if the names lead to one file, through whatever links, or would once it is made. An empty
+/// name leads to none.
 bool isSameFile(const std::string& a, const std::string& b);
 
 }  // namespace ostrel
