@@ -69,6 +69,7 @@ class Judge {
     reportLostMarks();
     for (std::size_t i = 0; i < pairing_.in.signals.size(); ++i) {
       if (!pairing_.toOut[i]) continue;
+      if (hasChangedType(pairing_, i)) reportType(i);
       judge({i, Logic, Logic});
       judge({i, Clock, Clock});
       judge({i, ClockEnable, ClockEnable});
@@ -106,6 +107,18 @@ class Judge {
       add(Outcome::NotComparable, in(*comparer_.scene().cycleOfInput()).name,
           "nodes that only INPUT has form a loop");
     }
+  }
+
+  // A type can hang on a control function that the options told the run to drop.
+  void reportType(std::size_t i) {
+    for (const Slot slot : {Clock, ClockEnable, Reset, Set}) {
+      if (!in(i).has(slot) || out(i).has(slot)) continue;
+      if (const auto reason = excuses_.forMissing(i, slot, slot)) {
+        add(Outcome::NotComparable, in(i).name, "the register type has changed: " + *reason);
+        return;
+      }
+    }
+    add(Outcome::Different, in(i).name, "the register type has changed");
   }
 
   void judge(const Task& task) {

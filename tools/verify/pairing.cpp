@@ -64,11 +64,6 @@ void compareKinds(const Pairing& p, std::size_t i, std::vector<std::string>& fou
     found.push_back(in.name +
                     (in.isNode ? ": the node has become a pin" : ": the pin has become a node"));
   }
-  // Without visible data on one side there is nothing to compare here.
-  if (in.shape() == DataShape::None || out->shape() == DataShape::None) return;
-  if (typeInInput(p.in, in) != typeInOutput(p.in, in, p.out, *out)) {
-    found.push_back(in.name + ": the register type has changed");
-  }
 }
 
 void checkNewSignal(const Signal& signal, std::vector<std::string>& found) {
@@ -101,6 +96,16 @@ Pairing pairUp(const Network& in, const Network& out, int effort) {
     p.twoValued.push_back(canBeOff(in, signal, effort) && !onInOutput);
   }
   return p;
+}
+
+bool hasChangedType(const Pairing& p, std::size_t inSignal) {
+  const Signal& in = p.in.signals[inSignal];
+  const Signal* out = p.partner(inSignal);
+  // Without visible data on one side there is nothing to compare.
+  if (out == nullptr || in.shape() == DataShape::None || out->shape() == DataShape::None) {
+    return false;
+  }
+  return typeInInput(p.in, in) != typeInOutput(p.in, in, p.out, *out);
 }
 
 std::vector<bool> readSignals(const Network& network) {

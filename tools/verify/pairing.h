@@ -29,6 +29,9 @@ struct Pairing {
 /// Whether an output enable is always on is asked of the solver, within the effort.
 Pairing pairUp(const Network& in, const Network& out, int effort);
 
+/// A Signal with a value in both files is a register of another kind, or one in one file only.
+bool hasChangedType(const Pairing& pairing, std::size_t inSignal);
+
 /// By Signal: some row of 1 has a literal of it.
 std::vector<bool> readSignals(const Network& network);
 
@@ -36,7 +39,7 @@ std::vector<bool> readSignals(const Network& network);
 std::vector<bool> unreadColumns(const Pairing& pairing);
 
 /// What is wrong with OUTPUT as a list of Signals, before any function is looked at: lost pins and
-/// registers, new pins, nodes that came with state, changed register types.
+/// registers, new pins, nodes that came with state.
 /// Each text names its Signal in front of a colon.
 std::vector<std::string> structuralDifferences(const Pairing& pairing);
 
