@@ -71,7 +71,7 @@ ostrel::Status readQuietly(ostrel::PlaFile& file, const std::string& text) {
 
 /// The command line of the run, to try it again by hand.
 std::string wordsFor(const ostrel::Options& options) {
-  static constexpr std::array<std::string_view, 3> sets = {"off", "on", "auto"};
+  static constexpr std::array<std::string_view, 3> sets = {"off", "on", "min"};
   std::ostringstream words;
   words << (options.xorSynthesis ? "-xor " : "") << (options.speed ? "-speed " : "")
         << (options.noXorOnT ? "-nxt " : "") << (options.ffBeforeInverter ? "-ff_inv yes " : "")

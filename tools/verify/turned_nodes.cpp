@@ -65,6 +65,7 @@ Senses findTurnedNodes(Comparer& comparer, const Pairing& pairing, const RunOpti
                        const Excuses& excuses) {
   std::vector<std::size_t> candidates;
   std::vector<Task> tasks;
+  std::vector<Task> excusable;  // the first to be given up where not all can hold
   std::vector<std::size_t> initialized;
   for (std::size_t i = 0; i < pairing.in.signals.size(); ++i) {
     const Signal& in = pairing.in.signals[i];
@@ -73,7 +74,8 @@ Senses findTurnedNodes(Comparer& comparer, const Pairing& pairing, const RunOpti
     if (canTurn(in, *out)) candidates.push_back(i);
     if (in.has(Slot::Reset) || in.has(Slot::Set)) initialized.push_back(i);
     for (const Slot s : {Slot::Logic, Slot::Clock, Slot::ClockEnable, Slot::OutputEnable}) {
-      if (isGiven(in, s) && isGiven(*out, s)) tasks.push_back({i, s, s});
+      if (!isGiven(in, s) || !isGiven(*out, s)) continue;
+      (excuses.forComplement(i, s, s) ? excusable : tasks).push_back({i, s, s});
     }
   }
   if (candidates.empty()) return comparer.senses();
@@ -85,6 +87,7 @@ Senses findTurnedNodes(Comparer& comparer, const Pairing& pairing, const RunOpti
       std::vector<Literal> conflicts;
       for (const Task& t : tasks) conflicts.push_back(comparer.conflict(t, views, senses));
       for (const std::size_t i : initialized) conflicts.push_back(setReset.of(i, senses[i]));
+      for (const Task& t : excusable) conflicts.push_back(comparer.conflict(t, views, senses));
       return conflicts;
     });
   };
