@@ -113,7 +113,11 @@ class Judge {
   void reportType(std::size_t i) {
     for (const Slot slot : {Clock, ClockEnable, Reset, Set}) {
       if (!in(i).has(slot) || out(i).has(slot)) continue;
-      if (const auto reason = excuses_.forMissing(i, slot, slot)) {
+      std::optional<std::string> reason = excuses_.forMissing(i, slot, slot);
+      if (!reason && saysNothing({i, slot, slot})) {
+        reason = "its " + std::string(slotName(slot)) + " says nothing in INPUT";
+      }
+      if (reason) {
         add(Outcome::NotComparable, in(i).name, "the register type has changed: " + *reason);
         return;
       }

@@ -91,11 +91,15 @@ Senses findTurnedNodes(Comparer& comparer, const Pairing& pairing, const RunOpti
       return conflicts;
     });
   };
-  // A function that fails anyway drags its readers along where it is replaced.
-  Senses senses = search(Recipe::SharedReplaced);
-  if (senses.settled && senses.failing == 0) return senses;
-  Senses other = search(Recipe::SharedFree);
-  return other.settled && (!senses.settled || other.failing < senses.failing) ? other : senses;
+  // A function that fails anyway drags its readers along where it is replaced, and one that fails
+  // only because it reads a pin that can be off has a sense all the same.
+  Senses best = search(Recipe::SharedReplaced);
+  for (const Recipe recipe : {Recipe::SharedFree, Recipe::PinsInside}) {
+    if (best.settled && best.failing == 0) break;
+    Senses other = search(recipe);
+    if (other.settled && (!best.settled || other.failing < best.failing)) best = std::move(other);
+  }
+  return best;
 }
 
 }  // namespace ostrel::verify
