@@ -7,6 +7,7 @@
 #include <iterator>
 #include <random>
 
+#include "minimizer/complement_bound.h"
 #include "minimizer/cube_groups.h"
 #include "minimizer/sum_of_products.h"
 #include "minimizer/xor_cover.h"
@@ -226,21 +227,77 @@ TEST(Minimizer, KeepsFunctions) {
   }
 }
 
+// Now and then with more cubes than a word has bits.
 TEST(Minimizer, LeavesNoRedundantCube) {
   std::mt19937 random(21);
-  for (int round = 0; round < 300; ++round) {
-    const Texts list = simplify(randomTexts(random, 2 + random() % 30, 6));
+  std::size_t longest = 0;
+  for (unsigned round = 0; round < 300; ++round) {
+    const bool isLong = round % 30 == 0;
+    const std::size_t width = isLong ? 8 : 6;
+    const Texts in = randomTexts(random, 2 + random() % (isLong ? 300 : 30), width);
+    const Texts list = simplify(in);
+    longest = std::max(longest, list.size());
+    const auto inPoints = countPoints(in, width);
+    const auto listPoints = countPoints(list, width);
+    EXPECT_TRUE(std::equal(inPoints.begin(), inPoints.end(), listPoints.begin(),
+                           [](unsigned x, unsigned y) { return (x > 0) == (y > 0); }));
     const auto dashes = [](const std::string& t) { return std::count(t.begin(), t.end(), '-'); };
     for (const std::string& cube : list) {
-      if (cube == "------") break;  // it may stand more than once
+      if (cube == std::string(width, '-')) break;  // it may stand more than once
       Texts others;
       std::copy_if(list.begin(), list.end(), std::back_inserter(others),
                    [&](const auto& t) { return &t != &cube && dashes(t) >= dashes(cube); });
-      const auto own = countPoints({cube}, 6);
-      const auto covered = countPoints(others, 6);
+      const auto own = countPoints({cube}, width);
+      const auto covered = countPoints(others, width);
       EXPECT_FALSE(std::equal(own.begin(), own.end(), covered.begin(), std::less_equal<>()))
           << cube << ::testing::PrintToString(list);
     }
+  }
+  EXPECT_GT(longest, 64U);
+}
+
+TEST(Minimizer, GivesTheSameListsInTwoBlocks) {
+  std::mt19937 random(23);
+  const std::string front(61, '-');
+  for (int round = 0; round < 300; ++round) {
+    const Texts in = randomTexts(random, 2 + random() % 14, 6);
+    Texts wide = in;
+    for (std::string& text : wide) text.insert(0, front);
+    for (const Operation& operation : {minimize(0), simplify, complement, expandXor, coverByXor}) {
+      Texts out = operation(in);
+      for (std::string& text : out) text.insert(0, front);
+      ASSERT_EQ(operation(wide), out) << ::testing::PrintToString(in);
+    }
+  }
+}
+
+TEST(Minimizer, ExpandsAllButOneAsIfAlone) {
+  std::mt19937 random(24);
+  for (int round = 0; round < 200; ++round) {
+    const std::size_t width = round % 4 == 0 ? 66 : 6;
+    const CubeList cubes = cubesOf(randomTexts(random, 1 + random() % 8, width));
+    std::size_t calls = 0;
+    forEachLeftOut(cubes, cubes.size(), width, [&](std::size_t i, const CubeList& sum) {
+      EXPECT_EQ(i, calls++);
+      CubeList others = cubes;
+      others.erase(others.begin() + static_cast<std::ptrdiff_t>(i));
+      EXPECT_EQ(textsOf(sum, width), textsOf(xorExpand(others, width), width));
+    });
+    EXPECT_EQ(calls, cubes.size());
+  }
+}
+
+// Of the complement of odd parity each cube is a point, and all of them are found.
+TEST(Minimizer, ProvesNoMoreOfAComplementThanThereIs) {
+  const CubeList parity = cubesOf({"100", "010", "001", "111"});
+  EXPECT_TRUE(complementHasAtLeast(4, parity, 3));
+  std::mt19937 random(25);
+  for (int round = 0; round < 1000; ++round) {
+    const std::size_t width = 2 + random() % 6;
+    const CubeList cubes = cubesOf(randomTexts(random, 1 + random() % 12, width));
+    CubeList others = cubes;
+    complementList(others, width);
+    EXPECT_FALSE(complementHasAtLeast(others.size() + 1, cubes, width));
   }
 }
 

@@ -115,6 +115,10 @@ class Equation {
   /// complement of the other. False, with nothing changed, if a set is missing and isTooComplex.
   bool reduce(SetSelector selector);
 
+  /// reduce() and then keepSets() with Smaller, without working out an OFF set that is proven to be
+  /// no smaller than the ON set.
+  void reduceToSmaller(SetSelector selector);
+
   // ---- columns ----
 
   /// Replaces every term by its successor after a deletion of columns.
@@ -159,6 +163,7 @@ class Equation {
   };
   bool hasSupport() const;
   ColumnSet supportColumns() const;
+  bool workOut(SetSelector selector, bool keepsSmaller);
   bool bringToPlainForm();
   std::unique_ptr<Equation> makeXorOperand(std::span<const Cube> cubes, const ColumnMap& map,
                                            XorHalf role) const;

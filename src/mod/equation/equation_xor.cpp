@@ -34,14 +34,12 @@ struct XorPair {
 std::optional<XorPair> bestPair(const CubeList& sum, std::int64_t tries, std::size_t width,
                                 std::size_t designWidth) {
   std::optional<XorPair> best;
-  for (std::size_t i = 0; i < sum.size() && static_cast<std::int64_t>(i) < tries; ++i) {
-    if (dashCount(sum[i], width) == designWidth) continue;
-    CubeList others = sum;
-    others.erase(others.begin() + static_cast<std::ptrdiff_t>(i));
-    if (others.size() > 1) others = xorExpand(others, width);
+  const std::size_t count = std::min(sum.size(), static_cast<std::size_t>(tries));
+  forEachLeftOut(sum, count, width, [&](std::size_t i, CubeList others) {
+    if (dashCount(sum[i], width) == designWidth) return;
     if (!best || others.size() < best->right.size()) best = {sum[i], std::move(others)};
     heartMsg();
-  }
+  });
   return best;
 }
 

@@ -78,18 +78,24 @@ void writePhase(std::ostream& stream, const PlaFile& file) {
 }
 
 /// f and fd say with 0 that a row is silent on a column, and the reader turns that back.
+///
+/// Rows go to the file many at a time: a file stream passes each longer one on to the system.
 void writeTerms(std::ostream& stream, const PlaFile& file) {
+  constexpr std::size_t chunkSize = 1U << 16U;
   const bool silentIsZero = file.type == PlaType::f || file.type == PlaType::fd;
-  std::string line;
+  std::string chunk;
   for (std::size_t i = 0; i < file.inputRows.size(); ++i) {
-    line.assign(file.inputRows.row(i));
-    line += ' ';
-    const auto outputs = static_cast<std::ptrdiff_t>(line.size());
-    line += file.outputRows.row(i);
-    if (silentIsZero) std::replace(line.begin() + outputs, line.end(), '~', '0');
-    line += '\n';
-    stream.write(line.data(), static_cast<std::streamsize>(line.size()));
+    chunk += file.inputRows.row(i);
+    chunk += ' ';
+    const auto outputs = static_cast<std::ptrdiff_t>(chunk.size());
+    chunk += file.outputRows.row(i);
+    if (silentIsZero) std::replace(chunk.begin() + outputs, chunk.end(), '~', '0');
+    chunk += '\n';
+    if (chunk.size() < chunkSize) continue;
+    stream << chunk;
+    chunk.clear();
   }
+  stream << chunk;
 }
 
 }  // namespace

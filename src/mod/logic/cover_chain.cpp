@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "minimizer/complement_bound.h"
 #include "minimizer/cube_list.h"
 #include "minimizer/sum_of_products.h"
 
@@ -67,6 +68,11 @@ CoverChain complementChain(std::span<const Cover> chain, TermTable& terms) {
   NarrowChain narrow = toImplicants(chain, terms);
   complementList(narrow.cubes, narrow.map.narrowWidth());
   return fromImplicants(narrow.cubes, narrow.map, terms);
+}
+
+bool complementHasAtLeast(std::size_t count, std::span<const Cover> chain, const TermTable& terms) {
+  const NarrowChain narrow = toImplicants(chain, terms);
+  return complementHasAtLeast(count, narrow.cubes, narrow.map.narrowWidth());
 }
 
 ColumnMap::ColumnMap(const ColumnSet& used, std::size_t width) : toNarrow_(width, 0) {

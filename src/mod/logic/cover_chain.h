@@ -31,6 +31,9 @@ CoverChain minimizeChain(std::span<const Cover> chain, TermTable& terms);
 /// What the chain doesn't cover, over the columns that it uses; empty for a tautology.
 CoverChain complementChain(std::span<const Cover> chain, TermTable& terms);
 
+/// True if complementChain is proven to give `count` terms or more; false says nothing.
+bool complementHasAtLeast(std::size_t count, std::span<const Cover> chain, const TermTable& terms);
+
 /// From the columns of a design to those that one function uses, and back.
 class ColumnMap {
  public:

@@ -21,10 +21,10 @@ void Signal::reduce() {
   Equation* logic = slot(SlotLogic);
   Equation* left = slot(SlotXorLeft);
   Equation* right = slot(SlotXorRight);
-  if (logic != nullptr) logic->reduce(logicSelector());
   if (!reduced) {
-    if (logic != nullptr) logic->keepSets(SetSelector::Smaller);
+    if (logic != nullptr) logic->reduceToSmaller(logicSelector());
   } else {
+    if (logic != nullptr) logic->reduce(logicSelector());
     if (left != nullptr) left->reduce(SetSelector::Both);
     if (right != nullptr) right->reduce(SetSelector::Both);
     if (hasXorPair() && left->offCount() == 1 && right->offCount() > 0 &&

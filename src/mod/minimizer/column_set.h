@@ -9,6 +9,15 @@
 
 namespace ostrel {
 
+/// The number of bits that are set. std::popcount is a call into a library on a machine that need
+/// not have the instruction for it.
+constexpr std::size_t bitCount(std::uint64_t word) {
+  word -= (word >> 1) & 0x5555555555555555;
+  word = (word & 0x3333333333333333) + ((word >> 2) & 0x3333333333333333);
+  return static_cast<std::size_t>(
+      (((word + (word >> 4)) & 0x0F0F0F0F0F0F0F0F) * 0x0101010101010101) >> 56);
+}
+
 /// A set of column indices. It grows on insertion; a column beyond the stored words is absent.
 class ColumnSet {
  public:
@@ -41,7 +50,7 @@ class ColumnSet {
 
   std::size_t size() const {
     std::size_t count = 0;
-    for (const std::uint64_t word : words_) count += static_cast<std::size_t>(std::popcount(word));
+    for (const std::uint64_t word : words_) count += bitCount(word);
     return count;
   }
 

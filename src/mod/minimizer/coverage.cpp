@@ -6,174 +6,203 @@
 // column is 1 the first of them is true, so only 0 is in question; there the other has no literal
 // left, and the cube is covered.
 //
-// A set of rows is a tautology if one row has no literal. A column is settled where one row has no
-// other literal (only the opposite value is still in question), or where it occurs in one sense
-// only (where that is false the rows that use it vanish; if the others are a tautology, all are).
-// When no column can be settled, the question is split on a column of a shortest row, and both
-// halves must be tautologies. The halves wait on a stack of segments in one array, so that depth
-// costs no calls and no allocation. Each split removes a column, so at most `width` halves wait.
-// The cost is exponential in the worst case, a few passes over the rows in most.
+// With the cubes as bit sets, one for each literal, a cofactor is never written down: taking the
+// cubes out that have a literal, and a column out of those that are looked at, is all there is to
+// it. A question is a tautology if one cube has no literal in the columns in question. A column is
+// settled where it occurs in one sense only (where that is false the cubes that use it vanish; if
+// the others are a tautology, all are), or where some cube has no other literal (only the opposite
+// value is still in question). When no column can be settled, the question is split on a column,
+// and both halves must be tautologies. Each split removes a column, so at most `width` halves wait,
+// and their memory is there from the start. The cost is exponential in the worst case, a few passes
+// over the columns in most, whatever the order of the cubes.
 #include "minimizer/coverage.h"
 
 #include <algorithm>
 #include <bit>
 
 namespace ostrel {
+namespace {
 
-template <PackedCube C>
-void Coverage::begin(const C& cube, std::size_t width) {
-  stride_ = std::max<std::size_t>((width + 63) / 64, 1);
-  cube_.resize(stride_);
-  for (std::size_t i = 0; i < stride_; ++i) cube_[i] = cube.block(i);
-  end_ = 0;
-}
-
-// Each cofactor is written, and the next one over it if the two cubes turn out to be disjoint: a
-// good part of them is, in no order that a branch predictor could learn.
-template <PackedCube C>
-void Coverage::add(std::span<const C> others) {
-  const std::size_t stride = stride_;
-  makeRoom(others.size() * stride);
-  Cube::Block* row = rows_.data() + end_;
-  const Cube::Block* own = cube_.data();
-  for (const C& other : others) {
-    std::uint64_t opposite = 0;
-    std::size_t i = 0;
-    do {  // every row has a first block, and hardly any a second
-      const Cube::Block block = other.block(i);
-      opposite |= own[i].care & block.care & (own[i].value ^ block.value);
-      row[i] = {block.care & ~own[i].care, block.value & ~own[i].care};
-    } while (++i < stride);
-    row += opposite == 0 ? stride : 0;
+/// Calls visit(column, word of the column, its bit) for each column of a set, in ascending order.
+/// visit ends the walk by giving false, and may take its own column out of the set.
+template <class Visit>
+void forEachColumn(const std::uint64_t* columns, std::size_t blocks, Visit visit) {
+  for (std::size_t i = 0; i < blocks; ++i) {
+    for (std::uint64_t rest = columns[i]; rest != 0; rest &= rest - 1) {
+      const auto bit = static_cast<std::size_t>(std::countr_zero(rest));
+      if (!visit(i * 64 + bit, i, rest & (~rest + 1))) return;
+    }
   }
-  end_ = static_cast<std::size_t>(row - rows_.data());
 }
 
-bool Coverage::isCovered() {
-  begins_.assign(1, 0);
-  while (!begins_.empty()) {
-    const std::size_t begin = begins_.back();
-    const Verdict verdict = judge(begin);
+/// True if the two sets have a cube in common.
+bool meet(const std::uint64_t* a, const std::uint64_t* b, std::size_t words) {
+  std::uint64_t common = 0;
+  for (std::size_t w = 0; w < words; ++w) common |= a[w] & b[w];
+  return common != 0;
+}
+
+void takeOut(std::uint64_t* set, const std::uint64_t* others, std::size_t words) {
+  for (std::size_t w = 0; w < words; ++w) set[w] &= ~others[w];
+}
+
+}  // namespace
+
+void Coverage::reset(std::size_t width, std::size_t capacity) {
+  blocks_ = std::max<std::size_t>((width + 63) / 64, 1);
+  words_ = std::max<std::size_t>((capacity + 63) / 64, 1);
+  count_ = 0;
+  literals_.assign(2 * width * words_, 0);
+  cubes_.assign(words_, 0);
+  questions_.resize((width + 1) * (blocks_ + words_));
+  once_.resize(words_);
+  twice_.resize(words_);
+  thrice_.resize(words_);
+}
+
+template <PackedCube C>
+void Coverage::add(const C& cube) {
+  const std::size_t word = count_ / 64;
+  const Word bit = Word{1} << (count_ % 64);
+  for (std::size_t i = 0; i < cube.blockCount(); ++i) {
+    const Cube::Block block = cube.block(i);
+    for (Word rest = block.care; rest != 0; rest &= rest - 1) {
+      const auto column = static_cast<std::size_t>(std::countr_zero(rest));
+      const std::size_t sense = (block.value >> column) & 1U;
+      literals_[(2 * (i * 64 + column) + sense) * words_ + word] |= bit;
+    }
+  }
+  cubes_[word] |= bit;
+  ++count_;
+}
+
+template <PackedCube C>
+bool Coverage::isCovered(const C& cube, std::size_t number) {
+  return words_ == 1 ? ask<true>(cube, number) : ask<false>(cube, number);
+}
+
+template <bool oneWord, PackedCube C>
+bool Coverage::ask(const C& cube, std::size_t number) {
+  const Question first = question(0);
+  std::copy(cubes_.begin(), cubes_.end(), first.cubes);
+  first.cubes[number / 64] &= ~(Word{1} << (number % 64));
+  const std::size_t width = literals_.size() / words_ / 2;
+  for (std::size_t i = 0; i < blocks_; ++i) {
+    const Cube::Block block = cube.block(i);
+    for (Word rest = block.care; rest != 0; rest &= rest - 1) {
+      const auto column = static_cast<std::size_t>(std::countr_zero(rest));
+      const bool isOne = ((block.value >> column) & 1U) != 0;
+      takeOut(first.cubes, literal(i * 64 + column, !isOne), words<oneWord>());
+    }
+    const std::size_t left = width - std::min(width, i * 64);
+    first.columns[i] = ~block.care & (left < 64 ? (Word{1} << left) - 1 : ~Word{0});
+  }
+  std::size_t open = 1;
+  while (open > 0) {
+    const Question last = question(open - 1);
+    const Verdict verdict = judge<oneWord>(last);
     if (verdict == Verdict::Uncovered) return false;
-    if (verdict == Verdict::Open) {
-      split(begin);
+    if (verdict == Verdict::Covered) {
+      --open;
     } else {
-      end_ = begin;
-      begins_.pop_back();
+      split(last, question(open++));
     }
   }
   return true;
 }
 
-// Judges the last segment, settling columns until there is none to settle.
-Coverage::Verdict Coverage::judge(std::size_t begin) {
-  do {
-    if (begin == end_) return Verdict::Uncovered;
-    if (look(begin)) return Verdict::Covered;
-  } while (settleColumns(begin));
-  return Verdict::Open;
-}
-
-// One pass over the rows for what they have in each column; true if they are a tautology at sight.
-bool Coverage::look(std::size_t begin) {
-  columns_.assign(stride_, Columns{});
-  for (std::size_t row = begin; row < end_; row += stride_) {
-    bool hasLiteral = false;
-    bool hasMore = false;
-    for (std::size_t i = 0; i < stride_; ++i) {
-      const Cube::Block block = rows_[row + i];
-      columns_[i].ones |= block.value;
-      columns_[i].zeros |= block.care & ~block.value;
-      hasMore |= (block.care & (block.care - 1)) != 0 || (hasLiteral && block.care != 0);
-      hasLiteral |= block.care != 0;
+// Settles columns until there is none to settle.
+template <bool oneWord>
+Coverage::Verdict Coverage::judge(Question open) {
+  while (true) {
+    if (!meet(open.cubes, open.cubes, words<oneWord>())) return Verdict::Uncovered;
+    const bool hasChanged = look<oneWord>(open);
+    Word universal = 0;
+    Word lone = 0;
+    for (std::size_t w = 0; w < words<oneWord>(); ++w) {
+      universal |= open.cubes[w] & ~once_[w];
+      lone |= open.cubes[w] & once_[w] & ~twice_[w];
     }
-    if (!hasLiteral) return true;
-    if (hasMore) continue;
-    for (std::size_t i = 0; i < stride_; ++i) {
-      const Cube::Block block = rows_[row + i];
-      columns_[i].loneOnes |= block.value;
-      columns_[i].loneZeros |= block.care & ~block.value;
-      if ((columns_[i].loneOnes & columns_[i].loneZeros) != 0) return true;
+    if (universal != 0) return Verdict::Covered;
+    if (lone != 0) {
+      if (settleLone<oneWord>(open) == Verdict::Covered) return Verdict::Covered;
+    } else if (!hasChanged) {
+      return Verdict::Open;
     }
   }
-  return false;
 }
 
-// Gives all columns that can be settled their value: rows that are false there are dropped, and the
-// literals that are true there are taken out of the others. False if there is no such column.
-bool Coverage::settleColumns(std::size_t begin) {
-  const auto settledToZero = [](const Columns& c) { return c.loneOnes | (c.ones & ~c.zeros); };
-  const auto settledToOne = [](const Columns& c) { return c.loneZeros | (c.zeros & ~c.ones); };
-  std::uint64_t settled = 0;
-  for (const Columns& c : columns_) settled |= settledToZero(c) | settledToOne(c);
-  if (settled == 0) return false;
-  std::size_t end = begin;
-  for (std::size_t row = begin; row < end_; row += stride_) {
-    std::uint64_t isFalse = 0;
-    for (std::size_t i = 0; i < stride_; ++i) {
-      const Cube::Block block = rows_[row + i];
-      const std::uint64_t zero = settledToZero(columns_[i]);
-      const std::uint64_t one = settledToOne(columns_[i]);
-      isFalse |= (block.value & zero) | (block.care & ~block.value & one);
-      rows_[end + i] = {block.care & ~(zero | one), block.value & ~(zero | one)};
+// Settles the columns with literals of one sense and counts the literals of the cubes that are
+// left. True if a cube vanished.
+template <bool oneWord>
+bool Coverage::look(Question open) {
+  std::fill(once_.begin(), once_.end(), 0);
+  std::fill(twice_.begin(), twice_.end(), 0);
+  std::fill(thrice_.begin(), thrice_.end(), 0);
+  bool hasChanged = false;
+  forEachColumn(open.columns, blocks_, [&](std::size_t column, std::size_t i, Word bit) {
+    const Word* zeros = literal(column, false);
+    const Word* ones = literal(column, true);
+    const bool hasZero = meet(open.cubes, zeros, words<oneWord>());
+    const bool hasOne = meet(open.cubes, ones, words<oneWord>());
+    if (hasZero && hasOne) {
+      for (std::size_t w = 0; w < words<oneWord>(); ++w) {
+        const Word any = zeros[w] | ones[w];
+        thrice_[w] |= twice_[w] & any;
+        twice_[w] |= once_[w] & any;
+        once_[w] |= any;
+      }
+      return true;
     }
-    if (isFalse == 0) end += stride_;
-  }
-  end_ = end;
-  return true;
+    open.columns[i] &= ~bit;
+    hasChanged |= hasZero || hasOne;
+    if (hasZero) takeOut(open.cubes, zeros, words<oneWord>());
+    if (hasOne) takeOut(open.cubes, ones, words<oneWord>());
+    return true;
+  });
+  return hasChanged;
 }
 
-// Replaces the last segment by its two cofactors in a column of a shortest row: the one for "0" in
-// place, the one for "1" as a new segment behind it.
-void Coverage::split(std::size_t begin) {
-  makeRoom(end_ - begin);
-  const std::size_t shortest = shortestRow(begin);
-  std::size_t at = 0;
-  while (rows_[shortest + at].care == 0) ++at;
-  const std::uint64_t bit = rows_[shortest + at].care & -rows_[shortest + at].care;
-  std::size_t zeroEnd = begin;
-  std::size_t oneEnd = end_;
-  for (std::size_t row = begin; row < end_; row += stride_) {
-    const bool isLiteral = (rows_[row + at].care & bit) != 0;
-    const bool isOne = (rows_[row + at].value & bit) != 0;
-    rows_[row + at].care &= ~bit;
-    rows_[row + at].value &= ~bit;
-    if (!isLiteral || isOne) oneEnd = copyRow(row, oneEnd);
-    if (!isOne) zeroEnd = copyRow(row, zeroEnd);
-  }
-  // The first segment has shrunk: close the gap, so that each segment ends where the next begins.
-  std::copy(rows_.data() + end_, rows_.data() + oneEnd, rows_.data() + zeroEnd);
-  begins_.push_back(zeroEnd);
-  end_ = zeroEnd + (oneEnd - end_);
+// Settles the columns in which a cube has its only literal.
+template <bool oneWord>
+Coverage::Verdict Coverage::settleLone(Question open) {
+  for (std::size_t w = 0; w < words<oneWord>(); ++w) once_[w] &= open.cubes[w] & ~twice_[w];
+  Verdict verdict = Verdict::Open;
+  forEachColumn(open.columns, blocks_, [&](std::size_t column, std::size_t i, Word bit) {
+    const Word* zeros = literal(column, false);
+    const Word* ones = literal(column, true);
+    const bool hasZero = meet(once_.data(), zeros, words<oneWord>());
+    const bool hasOne = meet(once_.data(), ones, words<oneWord>());
+    if (hasZero && hasOne) verdict = Verdict::Covered;
+    if (hasZero || hasOne) open.columns[i] &= ~bit;
+    if (hasZero) takeOut(open.cubes, zeros, words<oneWord>());
+    if (hasOne) takeOut(open.cubes, ones, words<oneWord>());
+    return verdict == Verdict::Open;
+  });
+  return verdict;
 }
 
-std::size_t Coverage::copyRow(std::size_t from, std::size_t to) {
-  for (std::size_t i = 0; i < stride_; ++i) rows_[to + i] = rows_[from + i];
-  return to + stride_;
+// Leaves the half for "1" of a column in the place of the question, and puts the half for "0" into
+// `next`. A column of a cube with two literals is best: one half loses the cube, in the other it
+// settles the second column.
+void Coverage::split(Question open, Question next) {
+  for (std::size_t w = 0; w < words_; ++w) twice_[w] &= open.cubes[w] & ~thrice_[w];
+  std::size_t chosen = SIZE_MAX;
+  forEachColumn(open.columns, blocks_, [&](std::size_t column, std::size_t, Word) {
+    const bool isBest = meet(twice_.data(), literal(column, false), words_) ||
+                        meet(twice_.data(), literal(column, true), words_);
+    if (isBest || chosen == SIZE_MAX) chosen = column;
+    return !isBest;
+  });
+  open.columns[chosen / 64] &= ~(Word{1} << (chosen % 64));
+  std::copy_n(open.columns, blocks_ + words_, next.columns);
+  takeOut(open.cubes, literal(chosen, false), words_);
+  takeOut(next.cubes, literal(chosen, true), words_);
 }
 
-void Coverage::makeRoom(std::size_t blocks) {
-  if (end_ + blocks > rows_.size()) rows_.resize(std::max(end_ + blocks, 2 * rows_.size()));
-}
-
-std::size_t Coverage::shortestRow(std::size_t begin) const {
-  std::size_t shortest = begin;
-  std::size_t fewest = SIZE_MAX;
-  for (std::size_t row = begin; row < end_; row += stride_) {
-    std::size_t literals = 0;
-    for (std::size_t i = 0; i < stride_; ++i) {
-      literals += static_cast<std::size_t>(std::popcount(rows_[row + i].care));
-    }
-    if (literals >= fewest) continue;
-    fewest = literals;
-    shortest = row;
-  }
-  return shortest;
-}
-
-template void Coverage::begin(const Cube&, std::size_t);
-template void Coverage::begin(const NarrowCube&, std::size_t);
-template void Coverage::add(std::span<const Cube>);
-template void Coverage::add(std::span<const NarrowCube>);
+template void Coverage::add(const Cube&);
+template void Coverage::add(const NarrowCube&);
+template bool Coverage::isCovered(const Cube&, std::size_t);
+template bool Coverage::isCovered(const NarrowCube&, std::size_t);
 
 }  // namespace ostrel

@@ -1,56 +1,77 @@
-// The question whether a cube is covered by the OR of other cubes.
+// The question whether a cube is covered by the OR of other cubes of its list.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
-#include <span>
 #include <vector>
 
 #include "minimizer/cube.h"
 
 namespace ostrel {
 
-/// One question at a time: begin() with the cube, add() the others, then ask isCovered(). The
-/// object keeps its memory from question to question.
+/// A list of cubes turned on its side: for each literal the set of the cubes that have it, one bit
+/// a cube. A step of a question about many cubes is then a few word operations for each column.
+/// The object keeps its memory from list to list.
 class Coverage {
  public:
-  /// Starts a question about `cube`; all cubes of the question have literals below `width` only.
-  template <PackedCube C>
-  void begin(const C& cube, std::size_t width);
+  /// Starts a list of at most `capacity` cubes with literals below `width` only.
+  void reset(std::size_t width, std::size_t capacity);
 
-  /// Adds cubes to those that may cover.
+  /// Adds a cube; its number is the count of those that were added before.
   template <PackedCube C>
-  void add(std::span<const C> others);
+  void add(const C& cube);
 
-  /// True if every point of the cube lies in one of the added cubes. It ends the question.
-  bool isCovered();
+  /// Takes the cube of a number out.
+  void remove(std::size_t number) { cubes_[number / 64] &= ~(Word{1} << (number % 64)); }
+
+  /// True if every point of `cube`, which has this number, lies in another cube of the list.
+  template <PackedCube C>
+  bool isCovered(const C& cube, std::size_t number);
 
  private:
+  using Word = std::uint64_t;
   enum class Verdict { Covered, Uncovered, Open };
 
-  /// What the rows of a segment have in 64 columns: each mask holds the columns in which some row
-  /// has a "1" or a "0", and those in which this is the only literal of a row.
-  struct Columns {
-    std::uint64_t ones = 0;
-    std::uint64_t zeros = 0;
-    std::uint64_t loneOnes = 0;
-    std::uint64_t loneZeros = 0;
+  /// An open question: are these cubes, looked at in these columns only, together true everywhere?
+  struct Question {
+    Word* columns;
+    Word* cubes;
   };
+  Question question(std::size_t number) {
+    Word* const begin = questions_.data() + number * (blocks_ + words_);
+    return {begin, begin + blocks_};
+  }
 
-  Verdict judge(std::size_t begin);
-  bool look(std::size_t begin);
-  bool settleColumns(std::size_t begin);
-  void split(std::size_t begin);
-  std::size_t shortestRow(std::size_t begin) const;
-  std::size_t copyRow(std::size_t from, std::size_t to);
-  void makeRoom(std::size_t blocks);
+  const Word* literal(std::size_t column, bool isOne) const {
+    return literals_.data() + (2 * column + (isOne ? 1 : 0)) * words_;
+  }
 
-  std::size_t stride_ = 1;           // blocks of a row
-  std::vector<Cube::Block> cube_;    // the cube in question, as a row
-  std::vector<Cube::Block> rows_;    // the open sub-questions, one behind the other; never shrinks
-  std::size_t end_ = 0;              // where the last of them ends
-  std::vector<std::size_t> begins_;  // the first block of each of them in rows_
-  std::vector<Columns> columns_;     // scratch: one for each block of a row
+  // Almost all lists fit one word; with that known there are no loops over words.
+  template <bool oneWord>
+  std::size_t words() const {
+    return oneWord ? 1 : words_;
+  }
+  template <bool oneWord, PackedCube C>
+  bool ask(const C& cube, std::size_t number);
+  template <bool oneWord>
+  Verdict judge(Question open);
+  template <bool oneWord>
+  bool look(Question open);
+  template <bool oneWord>
+  Verdict settleLone(Question open);
+  void split(Question open, Question next);
+
+  std::size_t blocks_ = 1;       // words of a set of columns
+  std::size_t words_ = 1;        // words of a set of cubes
+  std::size_t count_ = 0;        // cubes that were added
+  std::vector<Word> literals_;   // for each column the cubes with "0", then those with "1"
+  std::vector<Word> cubes_;      // the cubes that are still there
+  std::vector<Word> questions_;  // the open questions, one behind the other
+
+  // Scratch: the cubes of a question with at least one, two and three literals.
+  std::vector<Word> once_;
+  std::vector<Word> twice_;
+  std::vector<Word> thrice_;
 };
 
 }  // namespace ostrel

@@ -28,6 +28,21 @@ class Cube {
     std::uint64_t care = 0;
     std::uint64_t value = 0;
     friend bool operator==(const Block&, const Block&) = default;
+
+    char at(std::size_t bit) const {
+      if (((care >> bit) & 1U) == 0) return '-';
+      return ((value >> bit) & 1U) != 0 ? '1' : '0';
+    }
+    void invert(std::size_t bit) { value ^= care & (std::uint64_t{1} << bit); }
+
+    /// Calls visit(offset + bit, literal) for each literal in column order.
+    template <class Visit>
+    void forEachLiteral(std::size_t offset, Visit visit) const {
+      for (std::uint64_t rest = care; rest != 0; rest &= rest - 1) {
+        const auto bit = static_cast<std::size_t>(std::countr_zero(rest));
+        visit(offset + bit, ((value >> bit) & 1U) != 0 ? '1' : '0');
+      }
+    }
   };
 
   /// The universal cube: every column is a dash.
@@ -46,11 +61,7 @@ class Cube {
   std::string text(std::size_t width) const;
 
   /// '0', '1' or '-'.
-  char at(std::size_t column) const {
-    const Block b = block(column / 64);
-    if (((b.care >> (column % 64)) & 1U) == 0) return '-';
-    return ((b.value >> (column % 64)) & 1U) != 0 ? '1' : '0';
-  }
+  char at(std::size_t column) const { return block(column / 64).at(column % 64); }
 
   /// Sets a column to '0' or '1', or to a dash for any other character.
   void set(std::size_t column, char literal);
@@ -58,16 +69,13 @@ class Cube {
   /// Exchanges '0' and '1' in a column; a dash stays.
   void invert(std::size_t column) {
     if (column / 64 >= blockCount_) return;
-    Block& b = mutableBlock(column / 64);
-    b.value ^= b.care & (std::uint64_t{1} << (column % 64));
+    mutableBlock(column / 64).invert(column % 64);
   }
 
   /// Number of columns that are not a dash.
   std::size_t literalCount() const {
-    auto count = static_cast<std::size_t>(std::popcount(first_.care));
-    for (std::size_t i = 1; i < blockCount_; ++i) {
-      count += static_cast<std::size_t>(std::popcount(rest_[i - 1].care));
-    }
+    std::size_t count = bitCount(first_.care);
+    for (std::size_t i = 1; i < blockCount_; ++i) count += bitCount(rest_[i - 1].care);
     return count;
   }
 
@@ -79,13 +87,7 @@ class Cube {
   /// Calls visit(column, literal) for each literal in column order, literal being '0' or '1'.
   template <class Visit>
   void forEachLiteral(Visit visit) const {
-    for (std::size_t i = 0; i < blockCount_; ++i) {
-      const Block b = block(i);
-      for (std::uint64_t rest = b.care; rest != 0; rest &= rest - 1) {
-        const auto bit = static_cast<std::size_t>(std::countr_zero(rest));
-        visit(i * 64 + bit, ((b.value >> bit) & 1U) != 0 ? '1' : '0');
-      }
-    }
+    for (std::size_t i = 0; i < blockCount_; ++i) block(i).forEachLiteral(i * 64, visit);
   }
 
   /// Equal cubes have equal hashes, however many blocks each one stores.
@@ -121,7 +123,13 @@ class NarrowCube {
     block_.care = literal == '-' ? block_.care & ~bit : block_.care | bit;
     block_.value = literal == '1' ? block_.value | bit : block_.value & ~bit;
   }
-  std::size_t literalCount() const { return static_cast<std::size_t>(std::popcount(block_.care)); }
+  char at(std::size_t column) const { return block_.at(column); }
+  void invert(std::size_t column) { block_.invert(column); }
+  std::size_t literalCount() const { return bitCount(block_.care); }
+  template <class Visit>
+  void forEachLiteral(Visit visit) const {
+    block_.forEachLiteral(0, visit);
+  }
   static constexpr std::size_t blockCount() { return 1; }
   Cube::Block block(std::size_t /*i*/) const { return block_; }
   void setBlock(std::size_t /*i*/, Cube::Block b) { block_ = {b.care, b.value & b.care}; }

@@ -16,7 +16,6 @@
 #include <cassert>
 #include <iterator>
 #include <optional>
-#include <span>
 #include <utility>
 
 namespace ostrel {
@@ -48,15 +47,17 @@ std::optional<std::size_t> expandableColumn(const C& a, const C& b) {
 }  // namespace
 
 template <PackedCube C>
+void CubeGroups<C>::add(std::size_t dashes, const C& cube) {
+  groups_[dashes].push_back(cube);
+  lowest_ = std::min(lowest_, dashes);
+  highest_ = std::max(highest_, dashes);
+}
+
+template <PackedCube C>
 void CubeGroups<C>::groupByDashes(std::vector<C>& list) {
-  sizes_.assign(groups_.size(), 0);
-  for (const C& cube : list) {
-    assert(cube.literalCount() <= width());
-    ++sizes_[dashCount(cube, width())];
-  }
-  for (std::size_t d = 0; d < groups_.size(); ++d) groups_[d].reserve(sizes_[d]);
   for (auto cube = list.rbegin(); cube != list.rend(); ++cube) {
-    groups_[dashCount(*cube, width())].push_back(std::move(*cube));
+    assert(cube->literalCount() <= width());
+    add(dashCount(*cube, width()), *cube);
   }
   list.clear();
 }
@@ -64,34 +65,37 @@ void CubeGroups<C>::groupByDashes(std::vector<C>& list) {
 template <PackedCube C>
 void CubeGroups<C>::flattenGroups(std::vector<C>& list) {
   list.clear();
-  for (auto group = groups_.rbegin(); group != groups_.rend(); ++group) {
-    std::move(group->begin(), group->end(), std::back_inserter(list));
-    group->clear();
+  for (std::size_t d = highest_ + 1; d-- > lowest_;) {
+    std::move(groups_[d].begin(), groups_[d].end(), std::back_inserter(list));
+    groups_[d].clear();
   }
+  lowest_ = width() + 1;
+  highest_ = 0;
 }
 
 template <PackedCube C>
 void CubeGroups<C>::dropDuplicates(std::size_t groupCount) {
-  const std::size_t count = std::min(groupCount, groups_.size());
-  for (std::size_t d = 0; d < count; ++d) dropDuplicatesOf(groups_[d]);
+  for (std::size_t d = lowest_; d <= highest_ && d < groupCount; ++d) dropDuplicatesOf(groups_[d]);
 }
 
 template <PackedCube C>
-void CubeGroups<C>::dropDuplicatesOf(std::vector<C>& group) {
+void CubeGroups<C>::dropDuplicatesOf(Group& group) {
   if (group.size() < 2) return;
-  gone_.assign(group.size(), 0);
-  const bool useIndex = group.size() > scanLimit;
-  if (useIndex) index_.reset(group.size());
-  for (std::size_t i = 0; i < group.size(); ++i) {
-    if (useIndex) {
-      const std::uint64_t key = literalHash(group[i]);
-      for (auto k = index_.first(key); k != CubeIndex::none && gone_[i] == 0; k = index_.next(k)) {
-        gone_[i] = group[k] == group[i];
-      }
-      if (gone_[i] == 0) index_.add(key, i);
-    } else {
-      for (std::size_t k = 0; k < i && gone_[i] == 0; ++k) gone_[i] = group[k] == group[i];
+  if (group.size() <= scanLimit) {
+    for (std::size_t a = 0; a + 1 < group.size(); ++a) {
+      const auto behind = group.begin() + static_cast<std::ptrdiff_t>(a) + 1;
+      group.erase(std::remove(behind, group.end(), group[a]), group.end());
     }
+    return;
+  }
+  gone_.assign(group.size(), 0);
+  index_.reset(group.size());
+  for (std::size_t i = 0; i < group.size(); ++i) {
+    const std::uint64_t key = literalHash(group[i]);
+    for (auto k = index_.first(key); k != CubeIndex::none && gone_[i] == 0; k = index_.next(k)) {
+      gone_[i] = group[k] == group[i];
+    }
+    if (gone_[i] == 0) index_.add(key, i);
   }
   eraseGone(group);
 }
@@ -99,9 +103,39 @@ void CubeGroups<C>::dropDuplicatesOf(std::vector<C>& group) {
 template <PackedCube C>
 void CubeGroups<C>::mergeGroups(std::size_t universalGroup) {
   dropDuplicates(universalGroup);
-  for (std::size_t d = 0; d < width(); ++d) joinNeighbours(d);
-  for (std::size_t d = 0; d < width() && d + 2 <= universalGroup; ++d) dropContained(d);
+  for (std::size_t d = lowest_; d <= highest_ && d < width(); ++d) joinNeighbours(d);
+  for (std::size_t d = lowest_; d < highest_ && d + 2 <= universalGroup; ++d) dropContained(d);
   if (universalGroup == width()) keepUniversalAlone();
+}
+
+template <PackedCube C>
+void CubeGroups<C>::joinNeighbours(std::size_t dashes) {
+  const std::size_t size = groups_[dashes].size();
+  if (size < 2) return;
+  size <= scanLimit ? scanNeighbours(dashes) : indexNeighbours(dashes);
+}
+
+template <PackedCube C>
+void CubeGroups<C>::join(std::size_t dashes, const C& a, const C& b) {
+  C joined = a;
+  joined.set(*adjacentColumn(a, b), '-');
+  add(dashes + 1, joined);
+}
+
+template <PackedCube C>
+void CubeGroups<C>::scanNeighbours(std::size_t dashes) {
+  Group& group = groups_[dashes];
+  for (auto a = group.begin(); a != group.end();) {
+    const auto isNeighbour = [a](const C& b) { return adjacentColumn(*a, b).has_value(); };
+    const auto b = std::find_if(a + 1, group.end(), isNeighbour);
+    if (b == group.end()) {
+      ++a;
+      continue;
+    }
+    join(dashes, *a, *b);
+    group.erase(b);
+    a = group.erase(a);
+  }
 }
 
 // The partner of a cube is the first one behind it that is still there and differs in exactly one
@@ -109,40 +143,26 @@ void CubeGroups<C>::mergeGroups(std::size_t universalGroup) {
 // there found no partner, although this cube, if they are neighbours, was there to be found. So
 // all neighbours that are left stand behind.
 template <PackedCube C>
-void CubeGroups<C>::joinNeighbours(std::size_t dashes) {
-  std::vector<C>& group = groups_[dashes];
-  if (group.size() < 2) return;
+void CubeGroups<C>::indexNeighbours(std::size_t dashes) {
+  Group& group = groups_[dashes];
   gone_.assign(group.size(), 0);
-  const bool useIndex = group.size() > scanLimit;
-  if (useIndex) {
-    index_.reset(group.size());
-    for (std::size_t i = 0; i < group.size(); ++i) index_.add(literalHash(group[i]), i);
-  }
+  index_.reset(group.size());
+  for (std::size_t i = 0; i < group.size(); ++i) index_.add(literalHash(group[i]), i);
   for (std::size_t a = 0; a < group.size(); ++a) {
     if (gone_[a] != 0) continue;
-    const std::size_t b = useIndex ? indexedNeighbour(group, a) : scannedNeighbour(group, a);
+    const std::size_t b = indexedNeighbour(group, a);
     if (b == group.size()) continue;
-    if (useIndex) {
-      index_.remove(literalHash(group[a]), a);
-      index_.remove(literalHash(group[b]), b);
+    join(dashes, group[a], group[b]);
+    for (const std::size_t joined : {a, b}) {
+      index_.remove(literalHash(group[joined]), joined);
+      gone_[joined] = 1;
     }
-    gone_[a] = gone_[b] = 1;
-    const std::size_t column = *adjacentColumn(group[a], group[b]);
-    groups_[dashes + 1].push_back(std::move(group[a]));
-    groups_[dashes + 1].back().set(column, '-');
   }
   eraseGone(group);
 }
 
 template <PackedCube C>
-std::size_t CubeGroups<C>::scannedNeighbour(const std::vector<C>& group, std::size_t a) const {
-  std::size_t b = a + 1;
-  while (b < group.size() && (gone_[b] != 0 || !adjacentColumn(group[a], group[b]))) ++b;
-  return b;
-}
-
-template <PackedCube C>
-std::size_t CubeGroups<C>::indexedNeighbour(const std::vector<C>& group, std::size_t a) const {
+std::size_t CubeGroups<C>::indexedNeighbour(const Group& group, std::size_t a) const {
   std::size_t best = group.size();
   forEachNeighbourHash(group[a], literalHash(group[a]), invertedLiteral, [&](std::uint64_t key) {
     auto b = index_.first(key);
@@ -156,37 +176,32 @@ std::size_t CubeGroups<C>::indexedNeighbour(const std::vector<C>& group, std::si
 // A cube of the next group differs from a cube in exactly one place if and only if it contains it.
 template <PackedCube C>
 void CubeGroups<C>::dropContained(std::size_t dashes) {
-  std::vector<C>& group = groups_[dashes];
-  const std::vector<C>& larger = groups_[dashes + 1];
+  Group& group = groups_[dashes];
+  const Group& larger = groups_[dashes + 1];
   if (group.empty() || larger.empty()) return;
-  gone_.assign(group.size(), 0);
   const bool useIndex = larger.size() > scanLimit;
   if (useIndex) {
     index_.reset(larger.size());
     for (std::size_t i = 0; i < larger.size(); ++i) index_.add(literalHash(larger[i]), i);
   }
-  for (std::size_t a = 0; a < group.size(); ++a) {
-    const auto contains = [&](const C& cube) { return cubeContains(cube, group[a]); };
-    if (!useIndex) {
-      gone_[a] = std::any_of(larger.begin(), larger.end(), contains);
-      continue;
-    }
+  std::erase_if(group, [&](const C& inner) {
+    const auto contains = [&inner](const C& outer) { return cubeContains(outer, inner); };
+    if (!useIndex) return std::any_of(larger.begin(), larger.end(), contains);
     bool isContained = false;
-    forEachNeighbourHash(group[a], literalHash(group[a]), droppedLiteral, [&](std::uint64_t key) {
+    forEachNeighbourHash(inner, literalHash(inner), droppedLiteral, [&](std::uint64_t key) {
       auto b = index_.first(key);
       while (b != CubeIndex::none && !contains(larger[b])) b = index_.next(b);
       isContained = b != CubeIndex::none;
       return !isContained;
     });
-    gone_[a] = isContained;
-  }
-  eraseGone(group);
+    return isContained;
+  });
 }
 
 template <PackedCube C>
 void CubeGroups<C>::expandGroups() {
   dropDuplicates(width());
-  for (std::size_t d = 0; d + 2 <= width(); ++d) expandGroup(d);
+  for (std::size_t d = lowest_; d < highest_ && d + 2 <= width(); ++d) expandGroup(d);
   keepUniversalAlone();
 }
 
@@ -195,35 +210,46 @@ void CubeGroups<C>::expandGroups() {
 // larger group at once, as a partner for the cubes that follow.
 template <PackedCube C>
 void CubeGroups<C>::expandGroup(std::size_t dashes) {
-  std::vector<C>& group = groups_[dashes];
-  std::vector<C>& larger = groups_[dashes + 1];
-  if (group.empty() || larger.empty()) return;
-  gone_.assign(group.size(), 0);
-  const bool useIndex = larger.size() > scanLimit;
-  if (useIndex) {
-    index_.reset(larger.size() + group.size());
-    for (std::size_t i = 0; i < larger.size(); ++i) index_.add(careHash(larger[i]), i);
-  }
-  for (std::size_t a = 0; a < group.size(); ++a) {
-    const auto expands = [&](const C& cube) { return expandableColumn(group[a], cube); };
-    const auto b = useIndex
-                       ? indexedExpander(group[a], larger)
-                       : static_cast<std::size_t>(
-                             std::find_if(larger.begin(), larger.end(), expands) - larger.begin());
-    if (b == larger.size()) continue;
-    const std::size_t column = *expandableColumn(group[a], larger[b]);
-    group[a].set(column, '-');
-    if (useIndex) index_.add(careHash(group[a]), larger.size());
-    larger.push_back(std::move(group[a]));
-    gone_[a] = 1;
-  }
-  eraseGone(group);
+  const std::size_t larger = groups_[dashes + 1].size();
+  if (groups_[dashes].empty() || larger == 0) return;
+  larger <= scanLimit ? scanExpanders(dashes) : indexExpanders(dashes);
+}
+
+template <PackedCube C>
+void CubeGroups<C>::scanExpanders(std::size_t dashes) {
+  Group& larger = groups_[dashes + 1];
+  std::erase_if(groups_[dashes], [&larger](const C& cube) {
+    for (const C& partner : larger) {
+      const auto column = expandableColumn(cube, partner);
+      if (!column) continue;
+      larger.push_back(cube);
+      larger.back().set(*column, '-');
+      return true;
+    }
+    return false;
+  });
+}
+
+template <PackedCube C>
+void CubeGroups<C>::indexExpanders(std::size_t dashes) {
+  Group& larger = groups_[dashes + 1];
+  index_.reset(larger.size() + groups_[dashes].size());
+  for (std::size_t i = 0; i < larger.size(); ++i) index_.add(careHash(larger[i]), i);
+  std::erase_if(groups_[dashes], [&](const C& cube) {
+    const std::size_t b = indexedExpander(cube, larger);
+    if (b == larger.size()) return false;
+    C expanded = cube;
+    expanded.set(*expandableColumn(cube, larger[b]), '-');
+    index_.add(careHash(expanded), larger.size());
+    larger.push_back(std::move(expanded));
+    return true;
+  });
 }
 
 // The literals of a partner stand in all columns but one of the cube's literals: one look-up for
 // each column that may be missing finds all of them.
 template <PackedCube C>
-std::size_t CubeGroups<C>::indexedExpander(const C& cube, const std::vector<C>& larger) const {
+std::size_t CubeGroups<C>::indexedExpander(const C& cube, const Group& larger) const {
   std::size_t best = larger.size();
   forEachNeighbourHash(cube, careHash(cube), droppedPlace, [&](std::uint64_t key) {
     auto b = index_.first(key);
@@ -237,37 +263,37 @@ std::size_t CubeGroups<C>::indexedExpander(const C& cube, const std::vector<C>& 
 template <PackedCube C>
 void CubeGroups<C>::keepUniversalAlone() {
   if (groups_.back().empty()) return;
-  for (std::size_t d = 0; d < width(); ++d) groups_[d].clear();
+  for (std::size_t d = lowest_; d < width(); ++d) groups_[d].clear();
+  lowest_ = width();
 }
 
-// The cubes that stay close up to the front of their group while the walk goes on, so that those
-// which may cover are two runs of it.
+// The cubes are numbered from the most dashes down, so that when the walk goes up, the groups that
+// no longer help are the last numbers.
 template <PackedCube C>
 void CubeGroups<C>::dropRedundant() {
-  for (std::size_t d = 0; d < width(); ++d) {
-    std::vector<C>& group = groups_[d];
-    std::size_t kept = 0;
-    for (std::size_t i = 0; i < group.size(); ++i) {
-      if (isRedundant(d, kept, i)) continue;
-      if (kept != i) group[kept] = std::move(group[i]);
-      ++kept;
-    }
-    group.resize(kept);
+  const std::size_t end = std::min(highest_ + 1, width());
+  std::size_t count = 0;
+  for (std::size_t d = lowest_; d < end; ++d) count += groups_[d].size();
+  if (count < 2) return;
+  coverage_.reset(width(), count);
+  for (std::size_t d = end; d-- > lowest_;) {
+    for (const C& cube : groups_[d]) coverage_.add(cube);
+  }
+  for (std::size_t d = lowest_; d < end; ++d) {
+    count -= groups_[d].size();
+    std::size_t number = count;
+    std::erase_if(groups_[d], [&](const C& cube) {
+      const bool isRedundant = coverage_.isCovered(cube, number);
+      if (isRedundant) coverage_.remove(number);
+      ++number;
+      return isRedundant;
+    });
+    while (number-- > count) coverage_.remove(number);
   }
 }
 
 template <PackedCube C>
-bool CubeGroups<C>::isRedundant(std::size_t dashes, std::size_t keptEnd, std::size_t position) {
-  const std::span<const C> group = groups_[dashes];
-  coverage_.begin(group[position], width());
-  for (std::size_t d = width() - 1; d > dashes; --d) coverage_.add(std::span<const C>(groups_[d]));
-  coverage_.add(group.first(keptEnd));
-  coverage_.add(group.subspan(position + 1));
-  return coverage_.isCovered();
-}
-
-template <PackedCube C>
-void CubeGroups<C>::eraseGone(std::vector<C>& group) {
+void CubeGroups<C>::eraseGone(Group& group) {
   std::size_t kept = 0;
   for (std::size_t i = 0; i < group.size(); ++i) {
     if (gone_[i] != 0) continue;

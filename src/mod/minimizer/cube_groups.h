@@ -18,7 +18,7 @@ namespace ostrel {
 template <PackedCube C>
 class CubeGroups {
  public:
-  explicit CubeGroups(std::size_t width) : groups_(width + 1) {}
+  explicit CubeGroups(std::size_t width) : groups_(width + 1), lowest_(width + 1) {}
 
   /// The width of the cubes, which is also the number of the last group.
   std::size_t width() const { return groups_.size() - 1; }
@@ -53,20 +53,28 @@ class CubeGroups {
   void dropRedundant();
 
  private:
+  using Group = std::vector<C>;
+
+  void add(std::size_t dashes, const C& cube);
   void keepUniversalAlone();
-  void dropDuplicatesOf(std::vector<C>& group);
+  void dropDuplicatesOf(Group& group);
   void joinNeighbours(std::size_t dashes);
-  std::size_t scannedNeighbour(const std::vector<C>& group, std::size_t a) const;
-  std::size_t indexedNeighbour(const std::vector<C>& group, std::size_t a) const;
+  void scanNeighbours(std::size_t dashes);
+  void indexNeighbours(std::size_t dashes);
+  void join(std::size_t dashes, const C& a, const C& b);
+  std::size_t indexedNeighbour(const Group& group, std::size_t a) const;
   void dropContained(std::size_t dashes);
   void expandGroup(std::size_t dashes);
-  std::size_t indexedExpander(const C& cube, const std::vector<C>& larger) const;
-  bool isRedundant(std::size_t dashes, std::size_t keptEnd, std::size_t position);
-  void eraseGone(std::vector<C>& group);
+  void scanExpanders(std::size_t dashes);
+  void indexExpanders(std::size_t dashes);
+  std::size_t indexedExpander(const C& cube, const Group& larger) const;
+  void eraseGone(Group& group);
 
-  std::vector<std::vector<C>> groups_;
+  // All cubes stand in the groups lowest_ to highest_; the lists are short, and most groups empty.
+  std::vector<Group> groups_;
+  std::size_t lowest_;
+  std::size_t highest_ = 0;
   CubeIndex index_;                 // scratch: the cubes of one group by hash
-  std::vector<std::size_t> sizes_;  // scratch: number of cubes that each group will get
   std::vector<std::uint8_t> gone_;  // scratch: 1 for each cube of a group that has been removed
   Coverage coverage_;               // scratch of dropRedundant
 };

@@ -9,4 +9,13 @@ Cube remapCube(const Cube& cube, std::span<const std::size_t> columnMap) {
   return result;
 }
 
+std::vector<NarrowCube> narrowed(std::span<const Cube> cubes) {
+  return std::vector<NarrowCube>(cubes.begin(), cubes.end());
+}
+
+void widen(std::span<const NarrowCube> cubes, CubeList& list) {
+  list.resize(cubes.size());
+  for (std::size_t i = 0; i < cubes.size(); ++i) list[i].setBlock(0, cubes[i].block(0));
+}
+
 }  // namespace ostrel

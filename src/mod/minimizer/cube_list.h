@@ -29,6 +29,11 @@ std::size_t dashCount(const C& cube, std::size_t width) {
 /// of them to one place.
 Cube remapCube(const Cube& cube, std::span<const std::size_t> columnMap);
 
+/// The cubes, of at most 64 columns, as plain values; widen() writes such cubes over `list` and
+/// keeps its memory.
+std::vector<NarrowCube> narrowed(std::span<const Cube> cubes);
+void widen(std::span<const NarrowCube> cubes, CubeList& list);
+
 /// The product of two cubes: the points that lie in both. Nothing if there is none.
 template <PackedCube C>
 std::optional<C> intersectCubes(const C& a, const C& b) {

@@ -24,34 +24,37 @@
 namespace ostrel {
 namespace {
 
+template <PackedCube C>
 class DisjointCover {
  public:
-  DisjointCover(std::span<const Cube> cubes, std::size_t width);
+  DisjointCover(std::span<const C> cubes, std::size_t width);
 
   bool build();
-  const ImplicantList& cubes() const { return work_; }
+  const ImplicantList<C>& cubes() const { return work_; }
 
  private:
   void removeContained();
-  void placeGroup(ImplicantList& group);
+  void placeGroup(ImplicantList<C>& group);
   bool placePieces();
-  void scan(ImplicantList& list, bool isFirstScan);
-  bool fitCube(Implicant& cube, bool isFirstScan);
-  void splitPair(Implicant& a, Implicant& b);
+  void scan(ImplicantList<C>& list, bool isFirstScan);
+  bool fitCube(Implicant<C>& cube, bool isFirstScan);
+  void splitPair(Implicant<C>& a, Implicant<C>& b);
   bool isWithinLimit();
 
   std::size_t width_;
-  CubeTable inputs_;       // the given cubes by number of dashes
-  ImplicantList work_;     // the disjoint cover; deleted cubes stand in it until it is purged
-  ImplicantList pending_;  // pieces of split cubes that wait for their turn
+  CubeTable<C> inputs_;       // the given cubes by number of dashes
+  ImplicantList<C> work_;     // the disjoint cover; deleted cubes stand in it until it is purged
+  ImplicantList<C> pending_;  // pieces of split cubes that wait for their turn
 };
 
-DisjointCover::DisjointCover(std::span<const Cube> cubes, std::size_t width)
+template <PackedCube C>
+DisjointCover<C>::DisjointCover(std::span<const C> cubes, std::size_t width)
     : width_(width), inputs_(width + 1) {
-  for (const Cube& cube : cubes) pushCube(inputs_[dashCount(cube, width)], cube);
+  for (const C& cube : cubes) pushCube(inputs_[dashCount(cube, width)], cube);
 }
 
-bool DisjointCover::build() {
+template <PackedCube C>
+bool DisjointCover<C>::build() {
   removeContained();
   for (std::size_t d = inputs_.size(); d-- > 0;) placeGroup(inputs_[d]);
   return placePieces();
@@ -59,20 +62,22 @@ bool DisjointCover::build() {
 
 // Only the first cube of each group removes cubes here. What else is contained in some cube goes
 // when it meets that cube in the work group.
-void DisjointCover::removeContained() {
+template <PackedCube C>
+void DisjointCover<C>::removeContained() {
   for (std::size_t d = width_; d > 0; --d) {
     if (inputs_[d].empty()) continue;
-    const Cube& first = inputs_[d].back().cube;
+    const C& first = inputs_[d].back().cube;
     for (std::size_t lower = d; lower-- > 0;) {
       std::erase_if(inputs_[lower],
-                    [&](const Implicant& inner) { return cubeContains(first, inner.cube); });
+                    [&](const Implicant<C>& inner) { return cubeContains(first, inner.cube); });
     }
   }
 }
 
 // In the first scan a cube that joins the work group stays in its own group as well; the next scan
 // finds it inside its copy. Later scans take it out at once.
-void DisjointCover::placeGroup(ImplicantList& group) {
+template <PackedCube C>
+void DisjointCover<C>::placeGroup(ImplicantList<C>& group) {
   bool isFirstScan = true;
   while (!group.empty()) {
     scan(group, isFirstScan);
@@ -86,10 +91,11 @@ void DisjointCover::placeGroup(ImplicantList& group) {
   }
 }
 
-bool DisjointCover::placePieces() {
+template <PackedCube C>
+bool DisjointCover<C>::placePieces() {
   purgeGroup(work_);
   if (!isWithinLimit()) return false;
-  ImplicantList list;
+  ImplicantList<C> list;
   while (!pending_.empty()) {
     list.clear();
     std::swap(list, pending_);
@@ -104,11 +110,13 @@ bool DisjointCover::placePieces() {
   return true;
 }
 
-bool DisjointCover::isWithinLimit() {
+template <PackedCube C>
+bool DisjointCover<C>::isWithinLimit() {
   return work_.size() <= groupLimit;
 }
 
-void DisjointCover::scan(ImplicantList& list, bool isFirstScan) {
+template <PackedCube C>
+void DisjointCover<C>::scan(ImplicantList<C>& list, bool isFirstScan) {
   for (std::size_t i = list.size(); i-- > 0;) {
     if (!fitCube(list[i], isFirstScan)) return;
   }
@@ -116,14 +124,15 @@ void DisjointCover::scan(ImplicantList& list, bool isFirstScan) {
 
 // Tries to bring one cube into the work group; false if the scan has to stop. A cube that met
 // another one is looked at again, in the form it then has, in a later scan.
-bool DisjointCover::fitCube(Implicant& cube, bool isFirstScan) {
+template <PackedCube C>
+bool DisjointCover<C>::fitCube(Implicant<C>& cube, bool isFirstScan) {
   if (work_.empty()) {
     pushCube(work_, cube.cube);
     return true;
   }
   bool touched = false;
   for (std::size_t i = work_.size(); i-- > 0;) {
-    Implicant& work = work_[i];
+    Implicant<C>& work = work_[i];
     if (work.deleted) continue;
     if (cube.deleted) return false;
     if (!cubesIntersect(work.cube, cube.cube)) continue;
@@ -137,15 +146,16 @@ bool DisjointCover::fitCube(Implicant& cube, bool isFirstScan) {
 }
 
 // Takes the cube with more dashes (a, if they have equally many) away from the other one.
-void DisjointCover::splitPair(Implicant& a, Implicant& b) {
+template <PackedCube C>
+void DisjointCover<C>::splitPair(Implicant<C>& a, Implicant<C>& b) {
   const bool aIsBig = a.cube.literalCount() <= b.cube.literalCount();
-  const Cube& big = aIsBig ? a.cube : b.cube;
-  Implicant& small = aIsBig ? b : a;
+  const C& big = aIsBig ? a.cube : b.cube;
+  Implicant<C>& small = aIsBig ? b : a;
   if (cubeContains(big, small.cube)) {
     small.deleted = true;
     return;
   }
-  const Cube whole = small.cube;
+  const C whole = small.cube;
   bool isFirst = true;
   big.forEachLiteral([&](std::size_t column, char literal) {
     if (whole.at(column) != '-') return;
@@ -160,7 +170,8 @@ void DisjointCover::splitPair(Implicant& a, Implicant& b) {
   });
 }
 
-[[maybe_unused]] bool isPairwiseDisjoint(const ImplicantList& list) {
+template <PackedCube C>
+[[maybe_unused]] bool isPairwiseDisjoint(const ImplicantList<C>& list) {
   for (std::size_t i = 0; i < list.size(); ++i) {
     for (std::size_t j = 0; j < i; ++j) {
       if (cubesIntersect(list[i].cube, list[j].cube)) return false;
@@ -171,12 +182,13 @@ void DisjointCover::splitPair(Implicant& a, Implicant& b) {
 
 // A merged cube comes to the front of the next group, where it can merge again when the walk gets
 // there.
-void mergeAdjacent(CubeTable& table) {
-  for (ImplicantList& group : table) {
-    removePairs(group, [&](const Cube& a, const Cube& b) {
+template <PackedCube C>
+void mergeAdjacent(CubeTable<C>& table) {
+  for (ImplicantList<C>& group : table) {
+    removePairs(group, [&](const C& a, const C& b) {
       const auto column = adjacentColumn(a, b);
       if (!column) return false;
-      Cube merged = a;
+      C merged = a;
       merged.set(*column, '-');
       pushCube(table, std::move(merged));
       return true;
@@ -186,14 +198,18 @@ void mergeAdjacent(CubeTable& table) {
 
 }  // namespace
 
-bool buildDisjointCover(std::span<const Cube> cubes, CubeTable& table) {
+template <PackedCube C>
+bool buildDisjointCover(std::span<const C> cubes, CubeTable<C>& table) {
   const std::size_t width = table.size() - 1;
-  DisjointCover cover(cubes, width);
+  DisjointCover<C> cover(cubes, width);
   if (!cover.build()) return false;
   assert(isPairwiseDisjoint(cover.cubes()));
   for (std::size_t i = cover.cubes().size(); i-- > 0;) pushCube(table, cover.cubes()[i].cube);
   mergeAdjacent(table);
   return true;
 }
+
+template bool buildDisjointCover(std::span<const Cube>, CubeTable<Cube>&);
+template bool buildDisjointCover(std::span<const NarrowCube>, CubeTable<NarrowCube>&);
 
 }  // namespace ostrel

@@ -42,6 +42,7 @@ class ListAlgebra {
 
 template <PackedCube C>
 void ListAlgebra<C>::simplify(List& list) {
+  if (list.size() < 2) return;
   groups_.groupByDashes(list);
   groups_.expandGroups();
   groups_.mergeGroups(groups_.width());
@@ -51,6 +52,7 @@ void ListAlgebra<C>::simplify(List& list) {
 
 template <PackedCube C>
 void ListAlgebra<C>::merge(List& list) {
+  if (list.size() < 2) return;
   groups_.groupByDashes(list);
   groups_.mergeGroups(groups_.width());
   groups_.flattenGroups(list);
@@ -98,26 +100,45 @@ void ListAlgebra<C>::complement(List& list) {
   simplify(list);
 }
 
-/// The exclusive OR in the making: slot k starts as cube k, and for each pair of slots the points
-/// that both hold are taken out of both. A point of an even number of cubes thus vanishes, and one
-/// of an odd number stays in one slot; at the end the slots are disjoint.
+/// The exclusive OR in the making: each cube that is taken in becomes a slot of its own, and for
+/// each slot before it the points that both hold are taken out of both. A point of an even number
+/// of cubes thus vanishes, and one of an odd number stays in one slot; the slots are disjoint.
+/// Cubes without a literal are no slots, they invert the result.
 template <PackedCube C>
 class XorExpansion {
   using List = std::vector<C>;
 
  public:
-  XorExpansion(ListAlgebra<C>& algebra, std::vector<List> slots)
-      : algebra_(algebra), slots_(std::move(slots)) {}
+  explicit XorExpansion(std::size_t width) : algebra_(width) {}
 
-  List run() {
-    for (std::size_t i = 1; i < slots_.size(); ++i) {
-      for (std::size_t j = 0; j < i; ++j) separate(slots_[i], slots_[j]);
+  void take(const C& cube) {
+    if (cube.literalCount() == 0) {
+      isInverted_ = !isInverted_;
+      return;
     }
+    if (slotCount_ == slots_.size()) slots_.emplace_back();
+    List& slot = slots_[slotCount_];
+    slot.assign(1, cube);
+    for (std::size_t j = 0; j < slotCount_; ++j) separate(slot, slots_[j]);
+    ++slotCount_;
+  }
+
+  List sum() {
+    if (slotCount_ == 0) return List(isInverted_ ? 1 : 0);
     List result;
-    for (List& slot : slots_) {
-      std::move(slot.begin(), slot.end(), std::back_inserter(result));
+    for (std::size_t j = 0; j < slotCount_; ++j) {
+      result.insert(result.end(), slots_[j].begin(), slots_[j].end());
     }
+    if (isInverted_) algebra_.complement(result);
     return result;
+  }
+
+  /// Takes over what another expansion has taken in; memory stays.
+  void copyFrom(const XorExpansion& other) {
+    if (slots_.size() < other.slotCount_) slots_.resize(other.slotCount_);
+    std::copy_n(other.slots_.begin(), other.slotCount_, slots_.begin());
+    slotCount_ = other.slotCount_;
+    isInverted_ = other.isInverted_;
   }
 
  private:
@@ -143,37 +164,31 @@ class XorExpansion {
     }
   }
 
-  ListAlgebra<C>& algebra_;
-  std::vector<List> slots_;
+  ListAlgebra<C> algebra_;
+  std::vector<List> slots_;  // those behind slotCount_ only keep their memory
+  std::size_t slotCount_ = 0;
+  bool isInverted_ = false;
   List common_;  // scratch: the points of both slots of a pair
 };
 
 template <PackedCube C>
 std::vector<C> expandSum(std::span<const C> cubes, std::size_t width) {
-  std::vector<std::vector<C>> slots;
-  bool isInverted = false;
-  for (const C& cube : cubes) {
-    if (cube.literalCount() == 0) {
-      isInverted = !isInverted;
-    } else {
-      slots.emplace_back(1, cube);
-    }
+  XorExpansion<C> expansion(width);
+  for (const C& cube : cubes) expansion.take(cube);
+  return expansion.sum();
+}
+
+/// Calls visit(i, sum) for the first `count` sums of all cubes but the i-th.
+template <PackedCube C, class Visit>
+void expandLeftOut(std::span<const C> cubes, std::size_t count, std::size_t width, Visit visit) {
+  XorExpansion<C> front(width);
+  XorExpansion<C> whole(width);
+  for (std::size_t i = 0; i < count; ++i) {
+    whole.copyFrom(front);
+    for (const C& cube : cubes.subspan(i + 1)) whole.take(cube);
+    visit(i, whole.sum());
+    front.take(cubes[i]);
   }
-  if (slots.empty()) return std::vector<C>(isInverted ? 1 : 0);
-  ListAlgebra<C> algebra(width);
-  std::vector<C> result = XorExpansion<C>(algebra, std::move(slots)).run();
-  if (isInverted) algebra.complement(result);
-  return result;
-}
-
-std::vector<NarrowCube> narrowed(std::span<const Cube> cubes) {
-  return std::vector<NarrowCube>(cubes.begin(), cubes.end());
-}
-
-// Replaces the list, whose cubes fit one block as well, and keeps its memory.
-void widen(std::span<const NarrowCube> cubes, CubeList& list) {
-  list.resize(cubes.size());
-  for (std::size_t i = 0; i < cubes.size(); ++i) list[i].setBlock(0, cubes[i].block(0));
 }
 
 /// Runs work(list), on plain values where the cubes fit one block, as almost all do: the time of
@@ -230,6 +245,20 @@ CubeList xorExpand(std::span<const Cube> cubes, std::size_t width) {
   CubeList sum;
   widen(expandSum<NarrowCube>(narrowed(cubes), width), sum);
   return sum;
+}
+
+void forEachLeftOut(std::span<const Cube> cubes, std::size_t count, std::size_t width,
+                    const std::function<void(std::size_t, CubeList)>& visit) {
+  if (width > 64) {
+    expandLeftOut(cubes, count, width, visit);
+    return;
+  }
+  const std::vector<NarrowCube> light = narrowed(cubes);
+  expandLeftOut<NarrowCube>(light, count, width, [&](std::size_t i, const auto& lightSum) {
+    CubeList sum;
+    widen(lightSum, sum);
+    visit(i, std::move(sum));
+  });
 }
 
 }  // namespace ostrel

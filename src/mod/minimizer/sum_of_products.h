@@ -8,6 +8,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <span>
 
 #include "minimizer/cube_list.h"
@@ -42,5 +43,11 @@ void complementList(CubeList& list, std::size_t width);
 /// result is empty all the same, as `complementList` of nothing is. A list of universal cubes
 /// alone gives the universal cube if there is an odd number of them, else the empty list.
 CubeList xorExpand(std::span<const Cube> cubes, std::size_t width);
+
+/// Calls visit(i, sum) for i from 0 to count - 1, where `sum` is what xorExpand gives for the cubes
+/// without the i-th. Cheaper than that many calls: the work on the cubes in front of the i-th,
+/// which are taken in one by one, is done once for all.
+void forEachLeftOut(std::span<const Cube> cubes, std::size_t count, std::size_t width,
+                    const std::function<void(std::size_t, CubeList)>& visit);
 
 }  // namespace ostrel

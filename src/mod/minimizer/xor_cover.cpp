@@ -13,14 +13,29 @@
 
 namespace ostrel {
 
-std::optional<CubeList> xorCover(std::span<const Cube> cubes, std::size_t width) {
-  if (cubes.size() < 2 || width < 2) return std::nullopt;
-  CubeTable table(width + 1);
+namespace {
+
+template <PackedCube C>
+std::optional<std::vector<C>> coverByXor(std::span<const C> cubes, std::size_t width) {
+  CubeTable<C> table(width + 1);
   if (!buildDisjointCover(cubes, table) || !reduceXorCover(table)) return std::nullopt;
-  CubeList result;
-  for (ImplicantList& group : table) {
+  std::vector<C> result;
+  for (ImplicantList<C>& group : table) {
     for (std::size_t i = group.size(); i-- > 0;) result.push_back(std::move(group[i].cube));
   }
+  return result;
+}
+
+}  // namespace
+
+std::optional<CubeList> xorCover(std::span<const Cube> cubes, std::size_t width) {
+  if (cubes.size() < 2 || width < 2) return std::nullopt;
+  if (width > 64) return coverByXor(cubes, width);
+  const std::vector<NarrowCube> light = narrowed(cubes);
+  const auto sum = coverByXor<NarrowCube>(light, width);
+  if (!sum) return std::nullopt;
+  CubeList result;
+  widen(*sum, result);
   return result;
 }
 

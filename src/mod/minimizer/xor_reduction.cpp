@@ -21,19 +21,21 @@
 namespace ostrel {
 namespace {
 
-bool hasSameDashes(const Cube& a, const Cube& b) {
+template <PackedCube C>
+bool hasSameDashes(const C& a, const C& b) {
   return everyBlock(a, b, [](Cube::Block x, Cube::Block y) { return x.care == y.care; });
 }
 
 /// Puts the link of two cubes into the table; false, and nothing done, if there is none because
 /// their dashes differ or they are equal.
-bool linkCubes(const Cube& a, const Cube& b, CubeTable& table) {
+template <PackedCube C>
+bool linkCubes(const C& a, const C& b, CubeTable<C>& table) {
   if (!hasSameDashes(a, b)) return false;
   bool linked = false;
-  Cube mixed = b;  // the literals of a in front of the column in hand, those of b from there on
+  C mixed = b;  // the literals of a in front of the column in hand, those of b from there on
   a.forEachLiteral([&](std::size_t column, char literal) {
     if (b.at(column) == literal) return;
-    Cube link = mixed;
+    C link = mixed;
     link.set(column, '-');
     pushCube(table, std::move(link));
     mixed.invert(column);
@@ -43,7 +45,8 @@ bool linkCubes(const Cube& a, const Cube& b, CubeTable& table) {
 }
 
 /// Cross-links a with b, which has one dash more; true if the pair was rewritten.
-bool crossLink(Cube& a, Implicant& b, CubeTable& table) {
+template <PackedCube C>
+bool crossLink(C& a, Implicant<C>& b, CubeTable<C>& table) {
   // With the dashes of a among those of b, b has exactly one more, in a column where a is literal.
   std::size_t column = 0;
   for (std::size_t i = 0; i < std::max(a.blockCount(), b.cube.blockCount()); ++i) {
@@ -53,7 +56,7 @@ bool crossLink(Cube& a, Implicant& b, CubeTable& table) {
     if (aCare != bCare)
       column = i * 64 + static_cast<std::size_t>(std::countr_zero(aCare & ~bCare));
   }
-  Cube widened = a;
+  C widened = a;
   widened.set(column, '-');
   if (!linkCubes(widened, b.cube, table)) return false;
   b.deleted = true;
@@ -62,10 +65,11 @@ bool crossLink(Cube& a, Implicant& b, CubeTable& table) {
 }
 
 // The only place where a group is counted. Linked cubes stand in the next group in time for it.
-bool pairPass(CubeTable& table) {
-  for (ImplicantList& group : table) {
+template <PackedCube C>
+bool pairPass(CubeTable<C>& table) {
+  for (ImplicantList<C>& group : table) {
     if (group.size() > groupLimit) return false;
-    removePairs(group, [&](const Cube& a, const Cube& b) { return linkCubes(a, b, table); });
+    removePairs(group, [&](const C& a, const C& b) { return linkCubes(a, b, table); });
   }
   return true;
 }
@@ -77,11 +81,12 @@ enum class CrossResult { Unchanged, Changed, OverLimit };
 // Nothing is added to a group once its turn is over, and the next pair pass adds more before it
 // counts. So a group that ends its turn above the limit is bound to fail there, and it is reported
 // at once: the groups above it could grow by a factor of the width at each step.
-CrossResult crossPass(CubeTable& table) {
+template <PackedCube C>
+CrossResult crossPass(CubeTable<C>& table) {
   CrossResult result = CrossResult::Unchanged;
   for (std::size_t d = 1; d < table.size(); ++d) {
-    ImplicantList& lower = table[d - 1];
-    ImplicantList& upper = table[d];
+    ImplicantList<C>& lower = table[d - 1];
+    ImplicantList<C>& upper = table[d];
     for (std::size_t i = lower.size(); i-- > 0;) {
       for (std::size_t j = upper.size(); j-- > 0;) {
         if (upper[j].deleted) continue;
@@ -94,15 +99,17 @@ CrossResult crossPass(CubeTable& table) {
   return result;
 }
 
-void cancelPairs(CubeTable& table) {
-  for (ImplicantList& group : table) {
-    removePairs(group, [](const Cube& a, const Cube& b) { return a == b; });
+template <PackedCube C>
+void cancelPairs(CubeTable<C>& table) {
+  for (ImplicantList<C>& group : table) {
+    removePairs(group, [](const C& a, const C& b) { return a == b; });
   }
 }
 
 }  // namespace
 
-bool reduceXorCover(CubeTable& table) {
+template <PackedCube C>
+bool reduceXorCover(CubeTable<C>& table) {
   CrossResult crossed = CrossResult::Changed;
   while (crossed == CrossResult::Changed) {
     if (!pairPass(table)) return false;
@@ -112,5 +119,8 @@ bool reduceXorCover(CubeTable& table) {
   cancelPairs(table);
   return true;
 }
+
+template bool reduceXorCover(CubeTable<Cube>&);
+template bool reduceXorCover(CubeTable<NarrowCube>&);
 
 }  // namespace ostrel
