@@ -132,6 +132,24 @@ TEST(Equation, ReducesWithinItsLimit) {
   EXPECT_EQ(both.off(), Texts({"00", "01"}));
 }
 
+TEST(Equation, WorksOutAnOnSetWithoutASupport) {
+  Bench oneTerm({}, {std::string(65, '1')});
+  EXPECT_TRUE(oneTerm.equation.reduce(SetSelector::Both));  // 65 * 65 * 1 = 4225, but no support
+  EXPECT_EQ(oneTerm.equation.onCount(), 65);
+
+  std::mt19937 random(7);
+  Texts minterms;
+  for (int i = 0; i < 60; ++i) {
+    std::string text(40, '0');
+    for (char& c : text) c = random() % 2 == 0 ? '0' : '1';
+    minterms.push_back(text);
+  }
+  Bench endless({}, minterms);
+  EXPECT_FALSE(endless.equation.reduce(SetSelector::Both));
+  EXPECT_EQ(endless.off(), minterms);
+  EXPECT_EQ(endless.equation.onCount(), 0);
+}
+
 TEST(Equation, MinimizesInTheColumnsInUse) {
   Bench sparse({"--1----0--", "--1----1--", "--0----1--"});
   EXPECT_TRUE(sparse.equation.reduce(SetSelector::On));

@@ -44,7 +44,7 @@ std::size_t widthOf(const Texts& texts) {
   return texts.empty() ? 2 : texts[0].size();
 }
 
-Operation inPlace(void (*operation)(CubeList&, std::size_t)) {
+Operation inPlace(const std::function<void(CubeList&, std::size_t)>& operation) {
   return [operation](const Texts& texts) {
     CubeList list = cubesOf(texts);
     operation(list, widthOf(texts));
@@ -58,7 +58,8 @@ Operation minimize(std::size_t unusedColumns) {
   };
 }
 const Operation simplify = inPlace(simplifyList);
-const Operation complement = inPlace(complementList);
+const Operation complement =
+    inPlace([](CubeList& list, std::size_t width) { complementList(list, width); });
 const Operation expandXor = [](const Texts& texts) {
   return textsOf(xorExpand(cubesOf(texts), widthOf(texts)), widthOf(texts));
 };

@@ -1,4 +1,6 @@
 // The way back into a file. Nothing is read again from the input but its property lines.
+#include <algorithm>
+
 #include "design/design.h"
 #include "run/console.h"
 #include "run/options.h"
@@ -17,7 +19,11 @@ void exportProperties(const PlaFile& source, PlaFile& target) {
 
 void Design::exportTo() {
   int outputs = 0;
-  for (const Signal* signal : logicList_) outputs += signal->outputColumnCount();
+  std::size_t terms = 0;
+  for (const Signal* signal : logicList_) {
+    outputs += signal->outputColumnCount();
+    terms += signal->exportedTermCount();
+  }
   int nodes = 0;
   for (const auto& signal : signals_) nodes += signal->isNode ? 1 : 0;
   const int pins = static_cast<int>(signals_.size()) - nodes;
@@ -38,6 +44,9 @@ void Design::exportTo() {
   int column = 0;
   for (const Signal* signal : logicList_) signal->exportColumns(targetPla, column);
   column = 0;
+  const std::size_t mostRows = std::min(terms, terms_.size());
+  targetPla.inputRows.reserve(mostRows);
+  targetPla.outputRows.reserve(mostRows);
   RowMerger rows(targetPla, terms_);
   for (const Signal* signal : logicList_) signal->exportRows(rows, column);
   targetPla.termCount = static_cast<int>(targetPla.inputRows.size());

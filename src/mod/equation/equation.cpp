@@ -69,9 +69,7 @@ bool Equation::isConstant(Constant constant) const {
 }
 
 bool Equation::isTooComplex() const {
-  ColumnSet used = supportColumns();
-  if (onSet_.empty()) ostrel::markUsedColumns(offSet_, *terms_, used);
-  const auto columns = static_cast<std::int64_t>(used.size());
+  const auto columns = static_cast<std::int64_t>(supportColumns().size());
   return columns * columns * (onCount() + offCount()) > complexityLimit;
 }
 

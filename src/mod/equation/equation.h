@@ -73,7 +73,8 @@ class Equation {
   bool isConstant(Constant constant) const;
 
   /// True if the square of the columns in use times the terms of both sets passes 4096: then no
-  /// missing set is worked out. Without an ON set the columns of the OFF set count.
+  /// missing set is worked out. The columns are those of the support, and without one there are
+  /// none.
   bool isTooComplex() const;
 
   /// True if the ON sets, or the OFF sets, are not empty and hold the same terms.
@@ -112,7 +113,8 @@ class Equation {
   void swapExtension();
 
   /// Minimises the wanted sets that are there, then works out a wanted one that is missing as the
-  /// complement of the other. False, with nothing changed, if a set is missing and isTooComplex.
+  /// complement of the other. False, with nothing changed, if a set is missing and isTooComplex,
+  /// or if there is no ON set and the complement of the OFF set is beyond all bounds.
   bool reduce(SetSelector selector);
 
   /// reduce() and then keepSets() with Smaller, without working out an OFF set that is proven to be

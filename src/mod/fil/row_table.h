@@ -27,6 +27,9 @@ class RowTable {
   /// True if row i is one of the rows in front that have no content.
   bool isBlank(std::size_t i) const { return i < blankRows_; }
 
+  /// Makes room for that many rows from append.
+  void reserve(std::size_t rows) { cells_.reserve(rows * width_); }
+
   /// Appends a row of fill characters that will never be changed.
   void appendBlank();
 

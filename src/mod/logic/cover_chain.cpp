@@ -64,9 +64,10 @@ CoverChain minimizeChain(std::span<const Cover> chain, TermTable& terms) {
   return fromImplicants(minimized, narrow.map, terms);
 }
 
-CoverChain complementChain(std::span<const Cover> chain, TermTable& terms) {
+std::optional<CoverChain> complementChain(std::span<const Cover> chain, TermTable& terms,
+                                          std::size_t effort) {
   NarrowChain narrow = toImplicants(chain, terms);
-  complementList(narrow.cubes, narrow.map.narrowWidth());
+  if (!complementList(narrow.cubes, narrow.map.narrowWidth(), effort)) return std::nullopt;
   return fromImplicants(narrow.cubes, narrow.map, terms);
 }
 

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -28,8 +29,10 @@ bool sameTerms(std::span<const Cover> a, std::span<const Cover> b);
 /// its order is that of minimizeList.
 CoverChain minimizeChain(std::span<const Cover> chain, TermTable& terms);
 
-/// What the chain doesn't cover, over the columns that it uses; empty for a tautology.
-CoverChain complementChain(std::span<const Cover> chain, TermTable& terms);
+/// What the chain doesn't cover, over the columns that it uses; empty for a tautology. None if that
+/// takes more than `effort`, as complementList counts it.
+std::optional<CoverChain> complementChain(std::span<const Cover> chain, TermTable& terms,
+                                          std::size_t effort);
 
 /// True if complementChain is proven to give `count` terms or more; false says nothing.
 bool complementHasAtLeast(std::size_t count, std::span<const Cover> chain, const TermTable& terms);

@@ -166,6 +166,9 @@ class Signal {
 
   int outputColumnCount() const { return static_cast<int>(exportedEquations().size()); }
 
+  /// The most rows that exportRows adds.
+  std::size_t exportedTermCount() const;
+
  private:
   Equation& makeEquation(Slot index);
   SetSelector logicSelector() const;

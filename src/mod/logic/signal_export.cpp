@@ -56,6 +56,14 @@ void Signal::exportColumns(PlaFile& file, int& column) const {
   }
 }
 
+std::size_t Signal::exportedTermCount() const {
+  std::size_t count = 0;
+  for (const Equation* equation : exportedEquations()) {
+    count += equation->onSet().size() + equation->offSet().size();
+  }
+  return count;
+}
+
 void Signal::exportRows(RowMerger& rows, int& column) const {
   for (const Equation* equation : exportedEquations()) {
     equation->writeRows(rows, static_cast<std::size_t>(column++));

@@ -28,8 +28,8 @@ class ListAlgebra {
   explicit ListAlgebra(std::size_t width) : groups_(width) {}
 
   void simplify(List& list);
-  void sharp(List& list, std::span<const C> taken);
-  void complement(List& list);
+  bool sharp(List& list, std::span<const C> taken, std::size_t effort = unlimited);
+  bool complement(List& list, std::size_t effort = unlimited);
 
  private:
   void sharpOne(List& list, const C& taken);
@@ -58,12 +58,16 @@ void ListAlgebra<C>::merge(List& list) {
   groups_.flattenGroups(list);
 }
 
+// False, with the list in between, once the steps had more pairs of cubes to merge than the effort.
 template <PackedCube C>
-void ListAlgebra<C>::sharp(List& list, std::span<const C> taken) {
+bool ListAlgebra<C>::sharp(List& list, std::span<const C> taken, std::size_t effort) {
   std::size_t merged = 0;
   for (const C& cube : taken) {
-    if (list.empty()) return;
+    if (list.empty()) return true;
     sharpOne(list, cube);
+    const std::size_t pairs = list.size() * list.size();
+    if (pairs > effort) return false;
+    effort -= pairs;
     if (merged < 3) {
       merge(list);
       ++merged;
@@ -72,6 +76,7 @@ void ListAlgebra<C>::sharp(List& list, std::span<const C> taken) {
       merged = 0;
     }
   }
+  return true;
 }
 
 // The new list: the first cube if it was left whole, the other whole cubes in reverse order, then
@@ -92,12 +97,13 @@ void ListAlgebra<C>::sharpOne(List& list, const C& taken) {
 }
 
 template <PackedCube C>
-void ListAlgebra<C>::complement(List& list) {
-  if (list.empty()) return;
+bool ListAlgebra<C>::complement(List& list, std::size_t effort) {
+  if (list.empty()) return true;
   List rest(1);
-  sharp(rest, list);
+  if (!sharp(rest, list, effort)) return false;
   list = std::move(rest);
   simplify(list);
+  return true;
 }
 
 /// The exclusive OR in the making: each cube that is taken in becomes a slot of its own, and for
@@ -204,11 +210,6 @@ void onLightCubes(CubeList& list, std::size_t width, Work work) {
   widen(light, list);
 }
 
-template <PackedCube C>
-ListAlgebra<C> algebraFor(const std::vector<C>& /*list*/, std::size_t width) {
-  return ListAlgebra<C>(width);
-}
-
 }  // namespace
 
 CubeList minimizeList(CubeList list, std::size_t width, std::size_t wideWidth) {
@@ -223,7 +224,9 @@ CubeList minimizeList(CubeList list, std::size_t width, std::size_t wideWidth) {
 }
 
 void simplifyList(CubeList& list, std::size_t width) {
-  onLightCubes(list, width, [width](auto& cubes) { algebraFor(cubes, width).simplify(cubes); });
+  onLightCubes(list, width, [width]<PackedCube C>(std::vector<C>& cubes) {
+    ListAlgebra<C>(width).simplify(cubes);
+  });
 }
 
 void sharpList(CubeList& list, std::span<const Cube> taken, std::size_t width) {
@@ -236,8 +239,12 @@ void sharpList(CubeList& list, std::span<const Cube> taken, std::size_t width) {
   widen(light, list);
 }
 
-void complementList(CubeList& list, std::size_t width) {
-  onLightCubes(list, width, [width](auto& cubes) { algebraFor(cubes, width).complement(cubes); });
+bool complementList(CubeList& list, std::size_t width, std::size_t effort) {
+  bool isDone = false;
+  onLightCubes(list, width, [&]<PackedCube C>(std::vector<C>& cubes) {
+    isDone = ListAlgebra<C>(width).complement(cubes, effort);
+  });
+  return isDone;
 }
 
 CubeList xorExpand(std::span<const Cube> cubes, std::size_t width) {

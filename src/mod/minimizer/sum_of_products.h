@@ -3,17 +3,21 @@
 //
 // A list stands for the OR of its cubes; `width` is the width of all cubes of a call. None of the
 // operations looks for a smallest cover. Each gives the one list, in the one order, that its steps
-// lead to; ties go to the first cube. There are no failures; the lists can grow exponentially in
-// bad cases, so callers bound what they hand in.
+// lead to; ties go to the first cube. The lists can grow exponentially in bad cases, so callers
+// bound what they hand in, or the effort of a complement; there are no other failures.
 #pragma once
 
 #include <cstddef>
 #include <functional>
+#include <limits>
 #include <span>
 
 #include "minimizer/cube_list.h"
 
 namespace ostrel {
+
+/// No bound on an effort.
+inline constexpr std::size_t unlimited = std::numeric_limits<std::size_t>::max();
 
 /// Merges without expansion: equal cubes become one, cubes that differ in one literal are joined,
 /// cubes inside a neighbour with one dash more go. The cubes come back by falling number of dashes.
@@ -34,8 +38,9 @@ void sharpList(CubeList& list, std::span<const Cube> taken, std::size_t width);
 
 /// Replaces the list by its complement over `width` columns, the simplified sharp product of the
 /// universal cube and the list. A tautology becomes empty, and an empty list *stays empty*:
-/// callers test for that case first.
-void complementList(CubeList& list, std::size_t width);
+/// callers test for that case first. The answer is false, and the list unchanged, once the steps
+/// had more than `effort` pairs of cubes to merge.
+bool complementList(CubeList& list, std::size_t width, std::size_t effort = unlimited);
 
 /// The sum of products of the exclusive OR of the cubes.
 ///
