@@ -54,7 +54,7 @@ std::string countingDesign(int columns, int rows) {
 
 TEST_F(Limits, SaysSoWhenMemoryRunsOut) {
   if (isSanitized) GTEST_SKIP() << "the sanitizer needs the address space itself";
-  const std::string design = countingDesign(40, 100000);
+  const std::string design = countingDesign(80, 100000);
   const ProgramResult result = run(design, 24000);
   EXPECT_EQ(result.exitCode, 2) << result.err;
   const std::string line = "<ERROR> K52700: failed to allocate memory\n";

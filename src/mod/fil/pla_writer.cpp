@@ -89,7 +89,11 @@ void writeTerms(std::ostream& stream, const PlaFile& file) {
     chunk += ' ';
     const auto outputs = static_cast<std::ptrdiff_t>(chunk.size());
     chunk += file.outputRows.row(i);
-    if (silentIsZero) std::replace(chunk.begin() + outputs, chunk.end(), '~', '0');
+    if (silentIsZero) {
+      // Stores every character, so that the compiler can take many at once.
+      std::transform(chunk.begin() + outputs, chunk.end(), chunk.begin() + outputs,
+                     [](char c) { return c == '~' ? '0' : c; });
+    }
     chunk += '\n';
     if (chunk.size() < chunkSize) continue;
     stream << chunk;

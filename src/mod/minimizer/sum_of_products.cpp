@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <tuple>
 #include <utility>
 
 #include "minimizer/cube_groups.h"
@@ -106,62 +107,127 @@ bool ListAlgebra<C>::complement(List& list, std::size_t effort) {
   return true;
 }
 
+/// What became of pairs of numbers, by hash.
+class PairTable {
+ public:
+  using Number = std::uint32_t;
+  using Pair = std::pair<Number, Number>;
+
+  /// The entry of a pair: the result, or a pair of equal numbers that takes it in. It stands until
+  /// the next call.
+  Pair& find(Pair pair) {
+    if (2 * ++used_ > entries_.size()) grow();
+    Entry& entry = entries_[slotOf(pair)];
+    if (entry.pair == pair) --used_;
+    entry.pair = pair;
+    return entry.result;
+  }
+
+ private:
+  struct Entry {
+    Pair pair;  // of equal numbers while the entry is free
+    Pair result;
+  };
+
+  std::size_t slotOf(Pair pair) const {
+    const std::uint64_t key = std::uint64_t{pair.first} << 32U | pair.second;
+    std::size_t slot = key * 0x9E3779B97F4A7C15U >> 20U & (entries_.size() - 1);
+    while (!isFree(entries_[slot]) && entries_[slot].pair != pair) {
+      slot = (slot + 1) & (entries_.size() - 1);
+    }
+    return slot;
+  }
+
+  static bool isFree(const Entry& entry) { return entry.pair.first == entry.pair.second; }
+
+  void grow() {
+    const std::vector<Entry> old =
+        std::exchange(entries_, std::vector<Entry>(std::max<std::size_t>(64, 2 * entries_.size())));
+    for (const Entry& entry : old) {
+      if (!isFree(entry)) entries_[slotOf(entry.pair)] = entry;
+    }
+  }
+
+  std::vector<Entry> entries_;
+  std::size_t used_ = 0;
+};
+
 /// The exclusive OR in the making: each cube that is taken in becomes a slot of its own, and for
 /// each slot before it the points that both hold are taken out of both. A point of an even number
 /// of cubes thus vanishes, and one of an odd number stays in one slot; the slots are disjoint.
 /// Cubes without a literal are no slots, they invert the result.
+///
+/// Lists never change once they are made and go by their number: sums that share cubes meet the
+/// same pairs of lists again and again, and what became of a pair is looked up.
 template <PackedCube C>
 class XorExpansion {
   using List = std::vector<C>;
+  using Number = PairTable::Number;
 
  public:
-  explicit XorExpansion(std::size_t width) : algebra_(width) {}
+  /// What was taken in so far.
+  struct State {
+    std::vector<Number> slots;
+    bool isInverted = false;
+  };
 
-  void take(const C& cube) {
-    if (cube.literalCount() == 0) {
-      isInverted_ = !isInverted_;
-      return;
-    }
-    if (slotCount_ == slots_.size()) slots_.emplace_back();
-    List& slot = slots_[slotCount_];
-    slot.assign(1, cube);
-    for (std::size_t j = 0; j < slotCount_; ++j) separate(slot, slots_[j]);
-    ++slotCount_;
+  XorExpansion(std::span<const C> cubes, std::size_t width)
+      : algebra_(width), cubes_(cubes.begin(), cubes.end()) {
+    for (std::size_t i = 0; i <= cubes.size(); ++i) begins_.push_back(i);
   }
 
-  List sum() {
-    if (slotCount_ == 0) return List(isInverted_ ? 1 : 0);
-    List result;
-    for (std::size_t j = 0; j < slotCount_; ++j) {
-      result.insert(result.end(), slots_[j].begin(), slots_[j].end());
+  /// Takes one of the cubes in, by its number.
+  void take(State& state, std::size_t cube) {
+    if (cubes_[cube].literalCount() == 0) {
+      state.isInverted = !state.isInverted;
+      return;
     }
-    if (isInverted_) algebra_.complement(result);
+    auto upper = static_cast<Number>(cube);
+    for (Number& lower : state.slots) separate(upper, lower);
+    state.slots.push_back(upper);
+  }
+
+  List sum(const State& state) {
+    if (state.slots.empty()) return List(state.isInverted ? 1 : 0);
+    List result;
+    for (const Number slot : state.slots) {
+      const std::span<const C> cubes = list(slot);
+      result.insert(result.end(), cubes.begin(), cubes.end());
+    }
+    if (state.isInverted) algebra_.complement(result);
     return result;
   }
 
-  /// Takes over what another expansion has taken in; memory stays.
-  void copyFrom(const XorExpansion& other) {
-    if (slots_.size() < other.slotCount_) slots_.resize(other.slotCount_);
-    std::copy_n(other.slots_.begin(), other.slotCount_, slots_.begin());
-    slotCount_ = other.slotCount_;
-    isInverted_ = other.isInverted_;
+ private:
+  std::span<const C> list(Number number) const {
+    return std::span(cubes_).subspan(begins_[number], begins_[number + 1] - begins_[number]);
   }
 
- private:
-  void separate(List& upper, List& lower) {
-    intersect(upper, lower);
+  void separate(Number& upper, Number& lower) {
+    intersect(list(upper), list(lower));
     if (common_.empty()) return;
-    if (common_.size() > 2) algebra_.simplify(common_);
-    const std::size_t lowerSize = lower.size();
-    const std::size_t upperSize = upper.size();
-    algebra_.sharp(lower, common_);
-    algebra_.sharp(upper, common_);
-    if (lower.size() > lowerSize) algebra_.simplify(lower);
-    if (upper.size() > upperSize) algebra_.simplify(upper);
+    PairTable::Pair& result = separated_.find({upper, lower});
+    if (result.first == result.second) {
+      if (common_.size() > 2) algebra_.simplify(common_);
+      result.second = withoutCommon(lower);
+      result.first = withoutCommon(upper);
+    }
+    std::tie(upper, lower) = result;
+  }
+
+  // Makes the list without the common points.
+  Number withoutCommon(Number number) {
+    const std::span<const C> before = list(number);
+    rest_.assign(before.begin(), before.end());
+    algebra_.sharp(rest_, common_);
+    if (rest_.size() > before.size()) algebra_.simplify(rest_);
+    cubes_.insert(cubes_.end(), rest_.begin(), rest_.end());
+    begins_.push_back(cubes_.size());
+    return static_cast<Number>(begins_.size() - 2);
   }
 
   // The products of all pairs, the last pair first.
-  void intersect(const List& upper, const List& lower) {
+  void intersect(std::span<const C> upper, std::span<const C> lower) {
     common_.clear();
     for (auto x = upper.rbegin(); x != upper.rend(); ++x) {
       for (auto y = lower.rbegin(); y != lower.rend(); ++y) {
@@ -171,29 +237,31 @@ class XorExpansion {
   }
 
   ListAlgebra<C> algebra_;
-  std::vector<List> slots_;  // those behind slotCount_ only keep their memory
-  std::size_t slotCount_ = 0;
-  bool isInverted_ = false;
-  List common_;  // scratch: the points of both slots of a pair
+  std::vector<C> cubes_;             // all lists, one behind the other; first the single cubes
+  std::vector<std::size_t> begins_;  // where each list begins, and the end of the last
+  PairTable separated_;
+  List common_;  // scratch: the points of both lists of a pair
+  List rest_;    // scratch: the list in hand
 };
 
 template <PackedCube C>
 std::vector<C> expandSum(std::span<const C> cubes, std::size_t width) {
-  XorExpansion<C> expansion(width);
-  for (const C& cube : cubes) expansion.take(cube);
-  return expansion.sum();
+  XorExpansion<C> expansion(cubes, width);
+  typename XorExpansion<C>::State state;
+  for (std::size_t i = 0; i < cubes.size(); ++i) expansion.take(state, i);
+  return expansion.sum(state);
 }
 
 /// Calls visit(i, sum) for the first `count` sums of all cubes but the i-th.
 template <PackedCube C, class Visit>
 void expandLeftOut(std::span<const C> cubes, std::size_t count, std::size_t width, Visit visit) {
-  XorExpansion<C> front(width);
-  XorExpansion<C> whole(width);
+  XorExpansion<C> expansion(cubes, width);
+  typename XorExpansion<C>::State front;
   for (std::size_t i = 0; i < count; ++i) {
-    whole.copyFrom(front);
-    for (const C& cube : cubes.subspan(i + 1)) whole.take(cube);
-    visit(i, whole.sum());
-    front.take(cubes[i]);
+    auto whole = front;
+    for (std::size_t k = i + 1; k < cubes.size(); ++k) expansion.take(whole, k);
+    visit(i, expansion.sum(whole));
+    expansion.take(front, i);
   }
 }
 
