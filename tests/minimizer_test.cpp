@@ -104,7 +104,7 @@ TEST(Cube, MakesProductsPiecesAndMaps) {
     EXPECT_EQ(sharpCube(a, b, pieces), row.pieced);
     EXPECT_EQ(textsOf(pieces, widthOf({row.a})), row.pieces);
   }
-  EXPECT_EQ(remapCube(Cube("1-0"), std::vector<std::size_t>{4, 0, 1}).text(6), "-0--1-");
+  EXPECT_EQ(remapCube(Cube("1-0"), std::vector<std::uint32_t>{4, 0, 1}).text(6), "-0--1-");
   EXPECT_EQ(adjacentColumn(Cube("1-0"), Cube("110")), std::nullopt);
   EXPECT_EQ(adjacentColumn(Cube("1-0"), Cube("0-1")), std::nullopt);
 }

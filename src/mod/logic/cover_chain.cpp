@@ -78,8 +78,8 @@ bool complementHasAtLeast(std::size_t count, std::span<const Cover> chain, const
 
 ColumnMap::ColumnMap(const ColumnSet& used, std::size_t width) : toNarrow_(width, 0) {
   used.forEach([this](std::size_t column) {
-    toNarrow_[column] = toWide_.size();
-    toWide_.push_back(column);
+    toNarrow_[column] = static_cast<std::uint32_t>(toWide_.size());
+    toWide_.push_back(static_cast<std::uint32_t>(column));
   });
 }
 

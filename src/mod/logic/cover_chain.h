@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <span>
 #include <vector>
@@ -52,8 +53,8 @@ class ColumnMap {
   Cube widen(const Cube& narrow) const;
 
  private:
-  std::vector<std::size_t> toNarrow_;  // meaningful for a column in use only
-  std::vector<std::size_t> toWide_;
+  std::vector<std::uint32_t> toNarrow_;  // meaningful for a column in use only
+  std::vector<std::uint32_t> toWide_;
 };
 
 }  // namespace ostrel

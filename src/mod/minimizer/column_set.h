@@ -34,10 +34,6 @@ class ColumnSet {
     words_[index] |= bits;
   }
 
-  void insertAll(const ColumnSet& other) {
-    for (std::size_t i = 0; i < other.words_.size(); ++i) insertWord(i, other.words_[i]);
-  }
-
   /// Empties the set and keeps its memory.
   void clear() { words_.clear(); }
 
@@ -63,9 +59,6 @@ class ColumnSet {
       }
     }
   }
-
-  /// The columns 64 * index to 64 * index + 63 as bits; 0 beyond the stored words.
-  std::uint64_t word(std::size_t index) const { return index < words_.size() ? words_[index] : 0; }
 
  private:
   std::vector<std::uint64_t> words_;

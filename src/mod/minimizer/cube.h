@@ -204,8 +204,4 @@ std::size_t differingColumns(const C& a, const C& b) {
   });
 }
 
-struct CubeHash {
-  std::size_t operator()(const Cube& cube) const { return cube.hash(); }
-};
-
 }  // namespace ostrel

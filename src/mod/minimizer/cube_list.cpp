@@ -2,7 +2,7 @@
 
 namespace ostrel {
 
-Cube remapCube(const Cube& cube, std::span<const std::size_t> columnMap) {
+Cube remapCube(const Cube& cube, std::span<const std::uint32_t> columnMap) {
   Cube result;
   cube.forEachLiteral(
       [&](std::size_t column, char literal) { result.set(columnMap[column], literal); });

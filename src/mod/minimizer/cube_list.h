@@ -8,6 +8,7 @@
 
 #include <bit>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <span>
 #include <vector>
@@ -27,7 +28,7 @@ std::size_t dashCount(const C& cube, std::size_t width) {
 /// Moves every literal to the column that `columnMap` gives for its own column; all other columns
 /// of the result are dashes. The map must reach every column with a literal, and must not send two
 /// of them to one place.
-Cube remapCube(const Cube& cube, std::span<const std::size_t> columnMap);
+Cube remapCube(const Cube& cube, std::span<const std::uint32_t> columnMap);
 
 /// The cubes, of at most 64 columns, as plain values; widen() writes such cubes over `list` and
 /// keeps its memory.

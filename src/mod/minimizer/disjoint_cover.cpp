@@ -39,7 +39,6 @@ class DisjointCover {
   void scan(ImplicantList<C>& list, bool isFirstScan);
   bool fitCube(Implicant<C>& cube, bool isFirstScan);
   void splitPair(Implicant<C>& a, Implicant<C>& b);
-  bool isWithinLimit();
 
   std::size_t width_;
   CubeTable<C> inputs_;       // the given cubes by number of dashes
@@ -94,7 +93,7 @@ void DisjointCover<C>::placeGroup(ImplicantList<C>& group) {
 template <PackedCube C>
 bool DisjointCover<C>::placePieces() {
   purgeGroup(work_);
-  if (!isWithinLimit()) return false;
+  if (work_.size() > groupLimit) return false;
   ImplicantList<C> list;
   while (!pending_.empty()) {
     list.clear();
@@ -105,14 +104,9 @@ bool DisjointCover<C>::placePieces() {
     std::swap(list, pending_);
     purgeGroup(pending_);
     purgeGroup(work_);
-    if (!isWithinLimit()) return false;
+    if (work_.size() > groupLimit) return false;
   }
   return true;
-}
-
-template <PackedCube C>
-bool DisjointCover<C>::isWithinLimit() {
-  return work_.size() <= groupLimit;
 }
 
 template <PackedCube C>

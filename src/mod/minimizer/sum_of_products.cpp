@@ -174,6 +174,7 @@ class XorExpansion {
   XorExpansion(std::span<const C> cubes, std::size_t width)
       : algebra_(width), cubes_(cubes.begin(), cubes.end()) {
     for (std::size_t i = 0; i <= cubes.size(); ++i) begins_.push_back(i);
+    for (std::size_t i = 0; i < cubes.size(); ++i) origins_.push_back(static_cast<Number>(i));
   }
 
   /// Takes one of the cubes in, by its number.
@@ -204,13 +205,17 @@ class XorExpansion {
   }
 
   void separate(Number& upper, Number& lower) {
-    intersect(list(upper), list(lower));
-    if (common_.empty()) return;
+    // Most pairs are apart because the cubes are that they were cut from.
+    if (!cubesIntersect(cubes_[origins_[upper]], cubes_[origins_[lower]])) return;
     PairTable::Pair& result = separated_.find({upper, lower});
     if (result.first == result.second) {
+      result = {upper, lower};
+      intersect(list(upper), list(lower));
       if (common_.size() > 2) algebra_.simplify(common_);
-      result.second = withoutCommon(lower);
-      result.first = withoutCommon(upper);
+      if (!common_.empty()) {
+        result.second = withoutCommon(lower);
+        result.first = withoutCommon(upper);
+      }
     }
     std::tie(upper, lower) = result;
   }
@@ -223,6 +228,7 @@ class XorExpansion {
     if (rest_.size() > before.size()) algebra_.simplify(rest_);
     cubes_.insert(cubes_.end(), rest_.begin(), rest_.end());
     begins_.push_back(cubes_.size());
+    origins_.push_back(origins_[number]);
     return static_cast<Number>(begins_.size() - 2);
   }
 
@@ -239,6 +245,7 @@ class XorExpansion {
   ListAlgebra<C> algebra_;
   std::vector<C> cubes_;             // all lists, one behind the other; first the single cubes
   std::vector<std::size_t> begins_;  // where each list begins, and the end of the last
+  std::vector<Number> origins_;      // the cube that each list was cut from
   PairTable separated_;
   List common_;  // scratch: the points of both lists of a pair
   List rest_;    // scratch: the list in hand
