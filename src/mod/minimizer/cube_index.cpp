@@ -9,9 +9,9 @@ void CubeIndex::reset(std::size_t capacity) {
   const std::size_t slotCount = std::bit_ceil(std::max<std::size_t>(2 * capacity, 8));
   slots_.assign(slotCount, Slot{});
   next_.resize(capacity);
-  filter_.assign(slotCount / 8, 0);
+  filter_.assign(slotCount / 2, 0);
   slotShift_ = 64 - static_cast<unsigned>(std::countr_zero(slotCount));
-  bitShift_ = slotShift_ - 3;
+  bitShift_ = slotShift_ - 5;
 }
 
 void CubeIndex::add(std::uint64_t key, std::size_t number) {

@@ -122,8 +122,8 @@ class CubeIndex {
   std::vector<Slot> slots_;  // a power of two, at most half full; probed linearly
   std::vector<std::uint32_t> next_;
 
-  // One bit for each eighth of a slot, set where a key was added. Most look-ups are for neighbours
-  // that do not exist, and end here, in a table small enough for the nearest cache.
+  // 32 bits for each slot, of which one is set where a key was added. Most look-ups are for
+  // neighbours that do not exist, and end here, in a table small enough for the nearest cache.
   std::vector<std::uint64_t> filter_;
 
   // Keys are sums of products, so it is their high bits that are well mixed.
