@@ -347,6 +347,10 @@ TEST(Verify, FollowsWhatTheRunTakesOut) {
       summary(judge("A B Y|Y_0|f|A B Y_0|Y Y_0|11- 10,00- 11",
                     "A B Y|Y_0|f|A B Y_0|Y Y_0|--1 10,11- 01,00- 01")),
       "?Y_0, logic: nothing reads it in INPUT, so the node of its name in OUTPUT is a new one\n");
+  // A half without its other half is not written, and its word says nothing about the register.
+  EXPECT_EQ(summary(judge("C A S||f|C A|S.D S.C S..X2|1- 101,-1 011",
+                          "C A S||f|C A|S.D S.C|1- 10,-1 01")),
+            "=");
   // The last pin can go, although a file without pins is no input.
   EXPECT_EQ(summary(judge("P|A Y|f|A|Y|1 1", "|A Y|f|A|Y|1 1")), "=");
   EXPECT_EQ(judge("|A Y|f|A|Y|1 1", "|A Y|f|A|Y|1 1").faults.size(), 1U);

@@ -243,10 +243,13 @@ Network readNetwork(const PlaFile& file) {
 
 RegisterType visibleType(const Network& network, const Signal& signal, RegisterType declared) {
   RegisterType type = declared;
-  const bool isPair = signal.shape() == DataShape::Pair;
+  const DataShape shape = signal.shape();
   for (std::size_t i = 0; i < slotCount; ++i) {
     const auto slot = static_cast<Slot>(i);
-    if (!signal.has(slot) || (slot == Slot::Logic && isPair)) continue;
+    const bool isHalf = slot == Slot::XorLeft || slot == Slot::XorRight;
+    const bool isHidden =
+        slot == Slot::Logic ? shape == DataShape::Pair : isHalf && shape == DataShape::Logic;
+    if (!signal.has(slot) || isHidden) continue;
     type = typeAfter(type, network.function(signal, slot).extension).value_or(type);
   }
   return type;
