@@ -6,6 +6,7 @@
 
 #include "minimizer/sum_of_products.h"
 #include "minimizer/xor_cover.h"
+#include "minimizer/xor_expansion.h"
 
 namespace {
 

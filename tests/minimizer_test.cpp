@@ -11,6 +11,7 @@
 #include "minimizer/cube_groups.h"
 #include "minimizer/sum_of_products.h"
 #include "minimizer/xor_cover.h"
+#include "minimizer/xor_expansion.h"
 
 namespace ostrel {
 namespace {

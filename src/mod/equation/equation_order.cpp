@@ -27,6 +27,7 @@ class CoverOrder {
         terms_(terms),
         readers_(terms.width()),
         overlap_(chain.size(), 0),
+        heaped_(chain.size(), 0),
         placed_(chain.size(), false) {
     for (std::size_t i = 0; i < chain.size(); ++i) {
       terms.cube(chain[i]).forEachLiteral(
@@ -73,20 +74,24 @@ class CoverOrder {
     return std::nullopt;
   }
 
+  /// Terms whose overlap grows go into the heap once, with what it has become.
   void addColumns(const ColumnSet& columns) {
+    touched_.clear();
     columns.forEach([this](std::size_t column) {
-      if (column >= readers_.size() || working_.contains(column)) return;
+      if (working_.contains(column)) return;
       working_.insert(column);
       for (const std::size_t i : readers_[column]) {
-        if (!placed_[i]) heap_.emplace(++overlap_[i], i);
+        if (!placed_[i] && overlap_[i]++ == heaped_[i]) touched_.push_back(i);
       }
     });
+    for (const std::size_t i : touched_) heap_.emplace(heaped_[i] = overlap_[i], i);
   }
 
   void clearColumns() {
     working_.clear();
     heap_ = {};
     std::fill(overlap_.begin(), overlap_.end(), 0);
+    std::fill(heaped_.begin(), heaped_.end(), 0);
   }
 
   /// Lets the columns of all terms left take part. False if they have none.
@@ -95,8 +100,7 @@ class CoverOrder {
     for (std::size_t i = 0; i < chain_.size(); ++i) {
       if (!placed_[i]) terms_.cube(chain_[i]).addSupportTo(columns);
     }
-    working_.clear();
-    std::fill(overlap_.begin(), overlap_.end(), 0);
+    clearColumns();
     addColumns(columns);
     return !columns.empty();
   }
@@ -112,6 +116,8 @@ class CoverOrder {
   const TermTable& terms_;
   std::vector<std::vector<std::size_t>> readers_;  // by column, places in the chain
   std::vector<int> overlap_;                       // by place: columns in common with working_
+  std::vector<int> heaped_;                        // by place: the overlap in its last entry
+  std::vector<std::size_t> touched_;               // scratch
   std::vector<bool> placed_;
   ColumnSet working_;
   std::priority_queue<Entry, std::vector<Entry>, Worse> heap_;

@@ -12,8 +12,8 @@
 
 #include "equation/equation.h"
 #include "equation/sort_by_dashes.h"
-#include "minimizer/sum_of_products.h"
 #include "minimizer/xor_cover.h"
+#include "minimizer/xor_expansion.h"
 #include "run/heart.h"
 
 namespace ostrel {

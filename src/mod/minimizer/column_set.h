@@ -18,6 +18,11 @@ constexpr std::size_t bitCount(std::uint64_t word) {
       (((word + (word >> 4)) & 0x0F0F0F0F0F0F0F0F) * 0x0101010101010101) >> 56);
 }
 
+/// True if exactly one bit is set; std::has_single_bit makes the same call.
+constexpr bool isSingleBit(std::uint64_t word) {
+  return word != 0 && (word & (word - 1)) == 0;
+}
+
 /// A set of column indices. It grows on insertion; a column beyond the stored words is absent.
 class ColumnSet {
  public:

@@ -29,7 +29,7 @@ class IndependentPoints {
   void offer(const NarrowCube& point) {
     if (meetsFunction(point)) return;
     const auto isIndependent = [&](const NarrowCube& other) {
-      return meetsFunction(smallestCube(point, other));
+      return meetsFunction(supercube(point, other));
     };
     if (std::all_of(points_.begin(), points_.end(), isIndependent)) points_.push_back(point);
   }
@@ -38,12 +38,6 @@ class IndependentPoints {
   bool meetsFunction(const NarrowCube& cube) const {
     return std::any_of(cubes_.begin(), cubes_.end(),
                        [&cube](const NarrowCube& other) { return cubesIntersect(cube, other); });
-  }
-
-  static NarrowCube smallestCube(const NarrowCube& a, const NarrowCube& b) {
-    NarrowCube cube;
-    cube.setBlock(0, {a.block(0).care & ~(a.block(0).value ^ b.block(0).value), a.block(0).value});
-    return cube;
   }
 
   std::span<const NarrowCube> cubes_;

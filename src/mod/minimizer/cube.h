@@ -176,7 +176,7 @@ bool operator==(const C& a, const C& b) {
 template <PackedCube C>
 std::size_t distance(const C& a, const C& b) {
   return sumBlocks(a, b, [](Cube::Block x, Cube::Block y) {
-    return std::popcount(x.care & y.care & (x.value ^ y.value));
+    return bitCount(x.care & y.care & (x.value ^ y.value));
   });
 }
 
@@ -200,7 +200,7 @@ bool cubeContains(const C& outer, const C& inner) {
 template <PackedCube C>
 std::size_t differingColumns(const C& a, const C& b) {
   return sumBlocks(a, b, [](Cube::Block x, Cube::Block y) {
-    return std::popcount((x.care ^ y.care) | (x.value ^ y.value));
+    return bitCount((x.care ^ y.care) | (x.value ^ y.value));
   });
 }
 

@@ -16,6 +16,7 @@
 #include <cassert>
 #include <iterator>
 #include <optional>
+#include <type_traits>
 #include <utility>
 
 namespace ostrel {
@@ -38,7 +39,7 @@ std::optional<std::size_t> expandableColumn(const C& a, const C& b) {
     if ((y.care & ~x.care) != 0) return std::nullopt;
     const std::uint64_t opposite = y.care & (x.value ^ y.value);
     if (opposite == 0) continue;
-    if (column || !std::has_single_bit(opposite)) return std::nullopt;
+    if (column || !isSingleBit(opposite)) return std::nullopt;
     column = i * 64 + static_cast<std::size_t>(std::countr_zero(opposite));
   }
   return column;
@@ -267,28 +268,41 @@ void CubeGroups<C>::keepUniversalAlone() {
   lowest_ = width();
 }
 
-// The cubes are numbered from the most dashes down, so that when the walk goes up, the groups that
-// no longer help are the last numbers.
 template <PackedCube C>
 void CubeGroups<C>::dropRedundant() {
   const std::size_t end = std::min(highest_ + 1, width());
   std::size_t count = 0;
   for (std::size_t d = lowest_; d < end; ++d) count += groups_[d].size();
   if (count < 2) return;
+  if constexpr (std::is_same_v<C, NarrowCube>) {
+    if (count <= RowCoverage::capacity) {
+      rowCoverage_.reset();
+      dropCovered(rowCoverage_, end, count);
+      return;
+    }
+  }
   coverage_.reset(width(), count);
+  dropCovered(coverage_, end, count);
+}
+
+// The cubes are numbered from the most dashes down, so that when the walk goes up, the groups that
+// no longer help are the last numbers.
+template <PackedCube C>
+template <class AnyCoverage>
+void CubeGroups<C>::dropCovered(AnyCoverage& coverage, std::size_t end, std::size_t count) {
   for (std::size_t d = end; d-- > lowest_;) {
-    for (const C& cube : groups_[d]) coverage_.add(cube);
+    for (const C& cube : groups_[d]) coverage.add(cube);
   }
   for (std::size_t d = lowest_; d < end; ++d) {
     count -= groups_[d].size();
     std::size_t number = count;
     std::erase_if(groups_[d], [&](const C& cube) {
-      const bool isRedundant = coverage_.isCovered(cube, number);
-      if (isRedundant) coverage_.remove(number);
+      const bool isRedundant = coverage.isCovered(cube, number);
+      if (isRedundant) coverage.remove(number);
       ++number;
       return isRedundant;
     });
-    while (number-- > count) coverage_.remove(number);
+    while (number-- > count) coverage.remove(number);
   }
 }
 

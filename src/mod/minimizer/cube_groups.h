@@ -10,6 +10,7 @@
 #include "minimizer/coverage.h"
 #include "minimizer/cube_index.h"
 #include "minimizer/cube_list.h"
+#include "minimizer/row_coverage.h"
 
 namespace ostrel {
 
@@ -68,6 +69,8 @@ class CubeGroups {
   void scanExpanders(std::size_t dashes);
   void indexExpanders(std::size_t dashes);
   std::size_t indexedExpander(const C& cube, const Group& larger) const;
+  template <class AnyCoverage>
+  void dropCovered(AnyCoverage& coverage, std::size_t end, std::size_t count);
   void eraseGone(Group& group);
 
   // All cubes stand in the groups lowest_ to highest_; the lists are short, and most groups empty.
@@ -76,7 +79,8 @@ class CubeGroups {
   std::size_t highest_ = 0;
   CubeIndex index_;                 // scratch: the cubes of one group by hash
   std::vector<std::uint8_t> gone_;  // scratch: 1 for each cube of a group that has been removed
-  Coverage coverage_;               // scratch of dropRedundant
+  RowCoverage rowCoverage_;         // scratch: a short list that is searched for redundant cubes
+  Coverage coverage_;               // scratch: a long one
 };
 
 }  // namespace ostrel

@@ -50,6 +50,18 @@ std::optional<C> intersectCubes(const C& a, const C& b) {
   return result;
 }
 
+/// The supercube: the smallest cube that holds both.
+template <PackedCube C>
+C supercube(const C& a, const C& b) {
+  C result = a;
+  for (std::size_t i = 0; i < a.blockCount(); ++i) {
+    const Cube::Block x = a.block(i);
+    const Cube::Block y = b.block(i);
+    result.setBlock(i, {x.care & y.care & ~(x.value ^ y.value), x.value});
+  }
+  return result;
+}
+
 /// The column of the only difference of two cubes with dashes at the same places. Nothing if a
 /// dash stands against a literal anywhere, or if the distance is not exactly 1.
 template <PackedCube C>
@@ -62,7 +74,7 @@ std::optional<std::size_t> adjacentColumn(const C& a, const C& b) {
     if (x.care != y.care) return std::nullopt;
     const std::uint64_t difference = x.value ^ y.value;
     if (difference == 0) continue;
-    if (column || !std::has_single_bit(difference)) return std::nullopt;
+    if (column || !isSingleBit(difference)) return std::nullopt;
     column = i * 64 + static_cast<std::size_t>(std::countr_zero(difference));
   }
   return column;

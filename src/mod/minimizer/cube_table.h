@@ -51,16 +51,19 @@ void pushCube(CubeTable<C>& table, C cube) {
 
 /// Goes through the list in order and removes each cube with the first partner behind it, if
 /// there is one: pairs(a, b) answers whether b is the partner of a. It may push cubes on other
-/// lists.
+/// lists. True if there was a pair.
 template <PackedCube C, class Pairs>
-void removePairs(ImplicantList<C>& list, Pairs pairs) {
+bool removePairs(ImplicantList<C>& list, Pairs pairs) {
+  bool hasPair = false;
   for (std::size_t i = list.size(); i-- > 0;) {
     for (std::size_t j = i; j-- > 0 && !list[i].deleted;) {
       if (list[j].deleted || !pairs(list[i].cube, list[j].cube)) continue;
       list[i].deleted = list[j].deleted = true;
+      hasPair = true;
     }
   }
-  purgeGroup(list);
+  if (hasPair) purgeGroup(list);
+  return hasPair;
 }
 
 /// Makes pairwise disjoint cubes with the same OR as `cubes` and merges neighbours among them.

@@ -1,5 +1,4 @@
-// The algebra of sums of products: difference, complement, minimisation, and the way back from an
-// exclusive-or sum.
+// The algebra of sums of products: difference, complement, minimisation.
 //
 // A list stands for the OR of its cubes; `width` is the width of all cubes of a call. None of the
 // operations looks for a smallest cover. Each gives the one list, in the one order, that its steps
@@ -8,16 +7,12 @@
 #pragma once
 
 #include <cstddef>
-#include <functional>
-#include <limits>
 #include <span>
 
 #include "minimizer/cube_list.h"
+#include "minimizer/list_algebra.h"
 
 namespace ostrel {
-
-/// No bound on an effort.
-inline constexpr std::size_t unlimited = std::numeric_limits<std::size_t>::max();
 
 /// Merges without expansion: equal cubes become one, cubes that differ in one literal are joined,
 /// cubes inside a neighbour with one dash more go. The cubes come back by falling number of dashes.
@@ -41,18 +36,5 @@ void sharpList(CubeList& list, std::span<const Cube> taken, std::size_t width);
 /// callers test for that case first. The answer is false, and the list unchanged, once the steps
 /// had more than `effort` pairs of cubes to merge.
 bool complementList(CubeList& list, std::size_t width, std::size_t effort = unlimited);
-
-/// The sum of products of the exclusive OR of the cubes.
-///
-/// Two equal cubes cancel. A universal cube inverts the rest; if nothing is left of the rest, the
-/// result is empty all the same, as `complementList` of nothing is. A list of universal cubes
-/// alone gives the universal cube if there is an odd number of them, else the empty list.
-CubeList xorExpand(std::span<const Cube> cubes, std::size_t width);
-
-/// Calls visit(i, sum) for i from 0 to count - 1, where `sum` is what xorExpand gives for the cubes
-/// without the i-th. Cheaper than that many calls: the work on the cubes in front of the i-th,
-/// which are taken in one by one, is done once for all.
-void forEachLeftOut(std::span<const Cube> cubes, std::size_t count, std::size_t width,
-                    const std::function<void(std::size_t, CubeList)>& visit);
 
 }  // namespace ostrel

@@ -30,18 +30,19 @@ bool hasSameDashes(const C& a, const C& b) {
 /// their dashes differ or they are equal.
 template <PackedCube C>
 bool linkCubes(const C& a, const C& b, CubeTable<C>& table) {
-  if (!hasSameDashes(a, b)) return false;
-  bool linked = false;
+  if (!hasSameDashes(a, b) || a == b) return false;
   C mixed = b;  // the literals of a in front of the column in hand, those of b from there on
-  a.forEachLiteral([&](std::size_t column, char literal) {
-    if (b.at(column) == literal) return;
-    C link = mixed;
-    link.set(column, '-');
-    pushCube(table, std::move(link));
-    mixed.invert(column);
-    linked = true;
-  });
-  return linked;
+  for (std::size_t i = 0; i < b.blockCount(); ++i) {
+    const std::uint64_t differing = a.block(i).value ^ b.block(i).value;
+    for (std::uint64_t rest = differing; rest != 0; rest &= rest - 1) {
+      const std::size_t column = i * 64 + static_cast<std::size_t>(std::countr_zero(rest));
+      C link = mixed;
+      link.set(column, '-');
+      pushCube(table, std::move(link));
+      mixed.invert(column);
+    }
+  }
+  return true;
 }
 
 /// Cross-links a with b, which has one dash more; true if the pair was rewritten.
@@ -64,60 +65,98 @@ bool crossLink(C& a, Implicant<C>& b, CubeTable<C>& table) {
   return true;
 }
 
-// The only place where a group is counted. Linked cubes stand in the next group in time for it.
-template <PackedCube C>
-bool pairPass(CubeTable<C>& table) {
-  for (ImplicantList<C>& group : table) {
-    if (group.size() > groupLimit) return false;
-    removePairs(group, [&](const C& a, const C& b) { return linkCubes(a, b, table); });
-  }
-  return true;
-}
-
 enum class CrossResult { Unchanged, Changed, OverLimit };
 
-// A cube of the lower group stays, with one literal inverted, and is compared further in that form.
-//
-// Nothing is added to a group once its turn is over, and the next pair pass adds more before it
-// counts. So a group that ends its turn above the limit is bound to fail there, and it is reported
-// at once: the groups above it could grow by a factor of the width at each step.
+/// The passes over a table. Most groups come to rest soon: those without a change since a pass
+/// found nothing in them are passed over.
 template <PackedCube C>
-CrossResult crossPass(CubeTable<C>& table) {
-  CrossResult result = CrossResult::Unchanged;
-  for (std::size_t d = 1; d < table.size(); ++d) {
-    ImplicantList<C>& lower = table[d - 1];
-    ImplicantList<C>& upper = table[d];
+class XorReduction {
+ public:
+  explicit XorReduction(CubeTable<C>& table)
+      : table_(table), isPaired_(table.size(), false), isCrossed_(table.size(), false) {}
+
+  bool run() {
+    CrossResult crossed = CrossResult::Changed;
+    while (crossed == CrossResult::Changed) {
+      if (!pairPass()) return false;
+      crossed = crossPass();
+    }
+    if (crossed == CrossResult::OverLimit) return false;
+    for (ImplicantList<C>& group : table_) {
+      removePairs(group, [](const C& a, const C& b) { return a == b; });
+    }
+    return true;
+  }
+
+ private:
+  // The only place where a group is counted. Linked cubes stand in the next group in time for it.
+  bool pairPass() {
+    for (std::size_t d = 0; d < table_.size(); ++d) {
+      if (table_[d].size() > groupLimit) return false;
+      if (isPaired_[d]) continue;
+      const bool hasChanged = removePairs(
+          table_[d], [this](const C& a, const C& b) { return linkCubes(a, b, table_); });
+      if (hasChanged) markChanged(d, d + 1);
+      isPaired_[d] = true;
+    }
+    return true;
+  }
+
+  // A cube of the lower group stays, with one literal inverted, and is compared further in that
+  // form.
+  //
+  // Nothing is added to a group once its turn is over, and the next pair pass adds more before it
+  // counts. So a group that ends its turn above the limit is bound to fail there, and it is
+  // reported at once: the groups above it could grow by a factor of the width at each step.
+  CrossResult crossPass() {
+    CrossResult result = CrossResult::Unchanged;
+    for (std::size_t d = 1; d < table_.size(); ++d) {
+      if (!isCrossed_[d]) {
+        isCrossed_[d] = !crossGroups(d);
+        if (!isCrossed_[d]) {
+          markChanged(d - 1, d + 1);
+          result = CrossResult::Changed;
+        }
+      }
+      if (table_[d].size() > groupLimit) return CrossResult::OverLimit;
+    }
+    return result;
+  }
+
+  // True if the cubes of a group had cross-links with those of the group below it.
+  bool crossGroups(std::size_t d) {
+    bool hasChanged = false;
+    ImplicantList<C>& lower = table_[d - 1];
+    ImplicantList<C>& upper = table_[d];
     for (std::size_t i = lower.size(); i-- > 0;) {
       for (std::size_t j = upper.size(); j-- > 0;) {
         if (upper[j].deleted) continue;
-        if (crossLink(lower[i].cube, upper[j], table)) result = CrossResult::Changed;
+        hasChanged |= crossLink(lower[i].cube, upper[j], table_);
       }
     }
     purgeGroup(upper);
-    if (upper.size() > groupLimit) return CrossResult::OverLimit;
+    return hasChanged;
   }
-  return result;
-}
 
-template <PackedCube C>
-void cancelPairs(CubeTable<C>& table) {
-  for (ImplicantList<C>& group : table) {
-    removePairs(group, [](const C& a, const C& b) { return a == b; });
+  // The groups from the first to the last have changed, and each of them concerns the cross-links
+  // with the one below it and the one above it.
+  void markChanged(std::size_t first, std::size_t last) {
+    for (std::size_t d = first; d <= last + 1 && d < table_.size(); ++d) {
+      if (d <= last) isPaired_[d] = false;
+      isCrossed_[d] = false;
+    }
   }
-}
+
+  CubeTable<C>& table_;
+  std::vector<bool> isPaired_;   // no two cubes of the group have a link
+  std::vector<bool> isCrossed_;  // nor a cross-link with one of the group below
+};
 
 }  // namespace
 
 template <PackedCube C>
 bool reduceXorCover(CubeTable<C>& table) {
-  CrossResult crossed = CrossResult::Changed;
-  while (crossed == CrossResult::Changed) {
-    if (!pairPass(table)) return false;
-    crossed = crossPass(table);
-  }
-  if (crossed == CrossResult::OverLimit) return false;
-  cancelPairs(table);
-  return true;
+  return XorReduction<C>(table).run();
 }
 
 template bool reduceXorCover(CubeTable<Cube>&);

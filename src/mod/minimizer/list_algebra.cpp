@@ -1,0 +1,86 @@
+// Sharp products of lists, and the operations that stand on them.
+//
+// Example: the complement of "10", "01" starts from "--". Taking "10" away leaves the pieces "0-"
+// and "-1"; merging keeps both, in reverse order. Taking "01" away from "-1" leaves "11", from
+// "0-" it leaves "00". The complement is "11", "00".
+//
+// The plain sharp product makes overlapping pieces, at most one for each literal of the cube that
+// is taken away. What keeps them few is the merging after each cube and the simplification, which
+// costs more, after every fourth; their order follows from the order in which pieces and untouched
+// cubes are put together, and ties go to the first cube everywhere below.
+#include "minimizer/list_algebra.h"
+
+#include <iterator>
+#include <utility>
+
+namespace ostrel {
+
+template <PackedCube C>
+void ListAlgebra<C>::simplify(List& list) {
+  if (list.size() < 2) return;
+  groups_.groupByDashes(list);
+  groups_.expandGroups();
+  groups_.mergeGroups(groups_.width());
+  groups_.dropRedundant();
+  groups_.flattenGroups(list);
+}
+
+template <PackedCube C>
+void ListAlgebra<C>::merge(List& list) {
+  if (list.size() < 2) return;
+  groups_.groupByDashes(list);
+  groups_.mergeGroups(groups_.width());
+  groups_.flattenGroups(list);
+}
+
+template <PackedCube C>
+bool ListAlgebra<C>::sharp(List& list, std::span<const C> taken, std::size_t effort) {
+  std::size_t merged = 0;
+  for (const C& cube : taken) {
+    if (list.empty()) return true;
+    sharpOne(list, cube);
+    const std::size_t pairs = list.size() * list.size();
+    if (pairs > effort) return false;
+    effort -= pairs;
+    if (merged < 3) {
+      merge(list);
+      ++merged;
+    } else {
+      simplify(list);
+      merged = 0;
+    }
+  }
+  return true;
+}
+
+// The new list: the first cube if it was left whole, the other whole cubes in reverse order, then
+// the pieces in the order in which they were made.
+template <PackedCube C>
+void ListAlgebra<C>::sharpOne(List& list, const C& taken) {
+  whole_.clear();
+  pieces_.clear();
+  const bool firstIsWhole = !cubesIntersect(list.front(), taken);
+  for (C& cube : list) {
+    if (!sharpCube(cube, taken, pieces_)) whole_.push_back(std::move(cube));
+  }
+  list.clear();
+  if (firstIsWhole) list.push_back(std::move(whole_.front()));
+  const auto others = whole_.rend() - (firstIsWhole ? 1 : 0);
+  std::move(whole_.rbegin(), others, std::back_inserter(list));
+  std::move(pieces_.begin(), pieces_.end(), std::back_inserter(list));
+}
+
+template <PackedCube C>
+bool ListAlgebra<C>::complement(List& list, std::size_t effort) {
+  if (list.empty()) return true;
+  List rest(1);
+  if (!sharp(rest, list, effort)) return false;
+  list = std::move(rest);
+  simplify(list);
+  return true;
+}
+
+template class ListAlgebra<Cube>;
+template class ListAlgebra<NarrowCube>;
+
+}  // namespace ostrel
