@@ -196,6 +196,12 @@ bool cubeContains(const C& outer, const C& inner) {
   });
 }
 
+/// True if the two cubes have literals in the same columns.
+template <PackedCube C>
+bool haveSameDashes(const C& a, const C& b) {
+  return everyBlock(a, b, [](Cube::Block x, Cube::Block y) { return x.care == y.care; });
+}
+
 /// The number of columns in which the two texts differ; a dash against a literal counts.
 template <PackedCube C>
 std::size_t differingColumns(const C& a, const C& b) {

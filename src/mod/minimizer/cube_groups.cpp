@@ -60,6 +60,7 @@ void CubeGroups<C>::groupByDashes(std::vector<C>& list) {
     assert(cube->literalCount() <= width());
     add(dashCount(*cube, width()), *cube);
   }
+  mayHaveTwins_ = true;
   list.clear();
 }
 
@@ -76,12 +77,28 @@ void CubeGroups<C>::flattenGroups(std::vector<C>& list) {
 
 template <PackedCube C>
 void CubeGroups<C>::dropDuplicates(std::size_t groupCount) {
-  for (std::size_t d = lowest_; d <= highest_ && d < groupCount; ++d) dropDuplicatesOf(groups_[d]);
+  if (!mayHaveTwins_) return;
+  mayHaveTwins_ = false;
+  for (std::size_t d = lowest_; d <= highest_ && d < groupCount; ++d) {
+    if (!hasTwins(groups_[d])) continue;
+    dropDuplicatesOf(groups_[d]);
+    mayHaveTwins_ = true;
+  }
+}
+
+template <PackedCube C>
+bool CubeGroups<C>::hasTwins(const Group& group) {
+  if (group.size() > scanLimit) return true;  // as good as certain
+  for (std::size_t a = 1; a < group.size(); ++a) {
+    for (std::size_t b = 0; b < a; ++b) {
+      if (haveSameDashes(group[a], group[b])) return true;
+    }
+  }
+  return false;
 }
 
 template <PackedCube C>
 void CubeGroups<C>::dropDuplicatesOf(Group& group) {
-  if (group.size() < 2) return;
   if (group.size() <= scanLimit) {
     for (std::size_t a = 0; a + 1 < group.size(); ++a) {
       const auto behind = group.begin() + static_cast<std::ptrdiff_t>(a) + 1;
@@ -104,7 +121,9 @@ void CubeGroups<C>::dropDuplicatesOf(Group& group) {
 template <PackedCube C>
 void CubeGroups<C>::mergeGroups(std::size_t universalGroup) {
   dropDuplicates(universalGroup);
-  for (std::size_t d = lowest_; d <= highest_ && d < width(); ++d) joinNeighbours(d);
+  for (std::size_t d = lowest_; mayHaveTwins_ && d <= highest_ && d < width(); ++d) {
+    joinNeighbours(d);
+  }
   for (std::size_t d = lowest_; d < highest_ && d + 2 <= universalGroup; ++d) dropContained(d);
   if (universalGroup == width()) keepUniversalAlone();
 }
@@ -219,12 +238,13 @@ void CubeGroups<C>::expandGroup(std::size_t dashes) {
 template <PackedCube C>
 void CubeGroups<C>::scanExpanders(std::size_t dashes) {
   Group& larger = groups_[dashes + 1];
-  std::erase_if(groups_[dashes], [&larger](const C& cube) {
+  std::erase_if(groups_[dashes], [&](const C& cube) {
     for (const C& partner : larger) {
       const auto column = expandableColumn(cube, partner);
       if (!column) continue;
       larger.push_back(cube);
       larger.back().set(*column, '-');
+      mayHaveTwins_ = true;
       return true;
     }
     return false;
@@ -243,6 +263,7 @@ void CubeGroups<C>::indexExpanders(std::size_t dashes) {
     expanded.set(*expandableColumn(cube, larger[b]), '-');
     index_.add(careHash(expanded), larger.size());
     larger.push_back(std::move(expanded));
+    mayHaveTwins_ = true;
     return true;
   });
 }

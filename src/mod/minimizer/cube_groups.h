@@ -58,6 +58,7 @@ class CubeGroups {
 
   void add(std::size_t dashes, const C& cube);
   void keepUniversalAlone();
+  static bool hasTwins(const Group& group);
   void dropDuplicatesOf(Group& group);
   void joinNeighbours(std::size_t dashes);
   void scanNeighbours(std::size_t dashes);
@@ -77,6 +78,11 @@ class CubeGroups {
   std::vector<Group> groups_;
   std::size_t lowest_;
   std::size_t highest_ = 0;
+
+  // False if no two cubes of a group have their dashes at the same places: then there are no
+  // duplicates and no neighbours.
+  bool mayHaveTwins_ = false;
+
   CubeIndex index_;                 // scratch: the cubes of one group by hash
   std::vector<std::uint8_t> gone_;  // scratch: 1 for each cube of a group that has been removed
   RowCoverage rowCoverage_;         // scratch: a short list that is searched for redundant cubes

@@ -10,6 +10,7 @@
 // cubes are put together, and ties go to the first cube everywhere below.
 #include "minimizer/list_algebra.h"
 
+#include <algorithm>
 #include <iterator>
 #include <utility>
 
@@ -57,16 +58,10 @@ bool ListAlgebra<C>::sharp(List& list, std::span<const C> taken, std::size_t eff
 // the pieces in the order in which they were made.
 template <PackedCube C>
 void ListAlgebra<C>::sharpOne(List& list, const C& taken) {
-  whole_.clear();
   pieces_.clear();
   const bool firstIsWhole = !cubesIntersect(list.front(), taken);
-  for (C& cube : list) {
-    if (!sharpCube(cube, taken, pieces_)) whole_.push_back(std::move(cube));
-  }
-  list.clear();
-  if (firstIsWhole) list.push_back(std::move(whole_.front()));
-  const auto others = whole_.rend() - (firstIsWhole ? 1 : 0);
-  std::move(whole_.rbegin(), others, std::back_inserter(list));
+  std::erase_if(list, [&](const C& cube) { return sharpCube(cube, taken, pieces_); });
+  std::reverse(list.begin() + (firstIsWhole ? 1 : 0), list.end());
   std::move(pieces_.begin(), pieces_.end(), std::back_inserter(list));
 }
 

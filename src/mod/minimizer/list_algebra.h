@@ -35,8 +35,7 @@ class ListAlgebra {
   void merge(List& list);
 
   CubeGroups<C> groups_;
-  List whole_;   // scratch: the cubes that a sharp product leaves as they are
-  List pieces_;  // scratch: the pieces of the others
+  List pieces_;  // scratch: the pieces that a sharp product leaves of the cubes it cuts
 };
 
 }  // namespace ostrel

@@ -13,7 +13,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -130,10 +129,16 @@ class XorExpansion {
   using List = std::vector<C>;
 
  public:
+  /// A list and the smallest cube that holds it.
+  struct Slot {
+    Number number;
+    C hull;
+  };
+
   /// What was taken in so far.
   struct State {
-    std::vector<Number> slots;  // those that still hold a point
-    bool isConstant = true;     // no cube with a literal was taken in
+    std::vector<Slot> slots;  // those that still hold a point
+    bool isConstant = true;   // no cube with a literal was taken in
     bool isInverted = false;
   };
 
@@ -143,29 +148,31 @@ class XorExpansion {
 
   /// Takes one of the cubes in, by its place.
   void take(State& state, std::size_t place) {
-    Number upper = numbers_[place];
-    if (lists_.hull(upper).literalCount() == 0) {
+    Slot upper = slot(numbers_[place]);
+    if (upper.hull.literalCount() == 0) {
       state.isInverted = !state.isInverted;
       return;
     }
     state.isConstant = false;
     bool hasEmpty = false;
-    for (Number& lower : state.slots) {
+    for (Slot& lower : state.slots) {
       // Most slots are far apart.
-      if (!cubesIntersect(lists_.hull(upper), lists_.hull(lower))) continue;
-      separate(upper, lower);
-      hasEmpty |= lower == 0;
-      if (upper == 0) break;
+      if (!cubesIntersect(upper.hull, lower.hull)) continue;
+      const auto [upperRest, lowerRest] = separated(upper.number, lower.number);
+      if (lowerRest != lower.number) lower = slot(lowerRest);
+      if (upperRest != upper.number) upper = slot(upperRest);
+      hasEmpty |= lowerRest == 0;
+      if (upperRest == 0) break;
     }
-    if (hasEmpty) std::erase(state.slots, 0);
-    if (upper != 0) state.slots.push_back(upper);
+    if (hasEmpty) std::erase_if(state.slots, [](const Slot& s) { return s.number == 0; });
+    if (upper.number != 0) state.slots.push_back(upper);
   }
 
   List sum(const State& state) {
     if (state.isConstant) return List(state.isInverted ? 1 : 0);
     List result;
-    for (const Number slot : state.slots) {
-      const std::span<const C> cubes = lists_.list(slot);
+    for (const Slot& slot : state.slots) {
+      const std::span<const C> cubes = lists_.list(slot.number);
       result.insert(result.end(), cubes.begin(), cubes.end());
     }
     if (state.isInverted) algebra_.complement(result);
@@ -173,12 +180,11 @@ class XorExpansion {
   }
 
  private:
-  // Takes the common points out of two lists. Equal lists have nothing else.
-  void separate(Number& upper, Number& lower) {
-    if (upper == lower) {
-      upper = lower = 0;
-      return;
-    }
+  Slot slot(Number number) const { return {number, lists_.hull(number)}; }
+
+  // Two lists without their common points. Equal lists have nothing else.
+  PairTable::Pair separated(Number upper, Number lower) {
+    if (upper == lower) return {0, 0};
     PairTable::Pair& result = separated_.find({upper, lower});
     if (result.first == result.second) {
       result = {upper, lower};
@@ -186,7 +192,7 @@ class XorExpansion {
       if (common_.size() > 2) algebra_.simplify(common_);
       if (!common_.empty()) result = {withoutCommon(upper), withoutCommon(lower)};
     }
-    std::tie(upper, lower) = result;
+    return result;
   }
 
   Number withoutCommon(Number number) {

@@ -21,16 +21,11 @@
 namespace ostrel {
 namespace {
 
-template <PackedCube C>
-bool hasSameDashes(const C& a, const C& b) {
-  return everyBlock(a, b, [](Cube::Block x, Cube::Block y) { return x.care == y.care; });
-}
-
 /// Puts the link of two cubes into the table; false, and nothing done, if there is none because
 /// their dashes differ or they are equal.
 template <PackedCube C>
 bool linkCubes(const C& a, const C& b, CubeTable<C>& table) {
-  if (!hasSameDashes(a, b) || a == b) return false;
+  if (!haveSameDashes(a, b) || a == b) return false;
   C mixed = b;  // the literals of a in front of the column in hand, those of b from there on
   for (std::size_t i = 0; i < b.blockCount(); ++i) {
     const std::uint64_t differing = a.block(i).value ^ b.block(i).value;
