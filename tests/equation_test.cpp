@@ -1,6 +1,7 @@
 // One Equation: constants, choice of sets, reduction, order of terms, exclusive-or synthesis.
 #include "equation/equation.h"
 
+#include <climits>
 #include <functional>
 #include <gtest/gtest.h>
 #include <random>
@@ -218,7 +219,7 @@ TEST(Equation, DecomposesKnownFunctions) {
     Bench bench(row.on);
     std::unique_ptr<Equation> left;
     std::unique_ptr<Equation> right;
-    ASSERT_TRUE(bench.equation.decomposeXor(left, right));
+    ASSERT_TRUE(bench.equation.decomposeXor(INT_MAX, left, right));
     EXPECT_EQ(bench.texts(left->onSet()), row.left);
     EXPECT_EQ(bench.texts(right->onSet()), row.right);
   }
@@ -287,10 +288,17 @@ TEST(Equation, PairsStandForTheFunction) {
     const std::vector<bool> before = test.truth(equation);
     std::unique_ptr<Equation> left;
     std::unique_ptr<Equation> right;
-    const bool found = equation.decomposeXor(left, right);
+    const bool found = equation.decomposeXor(INT_MAX, left, right);
     ASSERT_EQ(test.truth(equation), before) << "round " << round;
     if (!found) continue;
     ++pairs;
+    // A limit that the pair keeps changes nothing.
+    std::unique_ptr<Equation> sameLeft;
+    std::unique_ptr<Equation> sameRight;
+    const int terms = left->onCount() + right->onCount();
+    ASSERT_TRUE(equation.decomposeXor(terms + 1, sameLeft, sameRight));
+    EXPECT_EQ(sameLeft->onSet(), left->onSet());
+    EXPECT_EQ(sameRight->onSet(), right->onSet());
     const std::vector<bool> a = test.truth(*left);
     const std::vector<bool> b = test.truth(*right);
     for (std::size_t i = 0; i < before.size(); ++i) {

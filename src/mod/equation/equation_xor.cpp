@@ -8,10 +8,12 @@
 // Example: the terms 100, 010, 001, 111 (odd parity) are the sum 0-- XOR --1 XOR -0-, and the pair
 // is 0-- on the left, -00 + -11 on the right: three terms in place of four.
 #include <algorithm>
-#include <utility>
+#include <optional>
+#include <vector>
 
 #include "equation/equation.h"
 #include "equation/sort_by_dashes.h"
+#include "minimizer/cover_bound.h"
 #include "minimizer/xor_cover.h"
 #include "minimizer/xor_expansion.h"
 #include "run/heart.h"
@@ -23,24 +25,29 @@ namespace {
 // are left alone, and the number of cubes tried shrinks as the measure and the sum grow.
 constexpr std::int64_t xorBudget = 25600;
 
-/// A left operand and the cubes of its right operand, in the columns in use.
-struct XorPair {
-  Cube left;
-  CubeList right;
-};
-
-/// The best pair over the first `tries` cubes of an exclusive-or sum, none if no cube was tried.
-/// The cube without a literal is no operand where all `designWidth` columns are in use.
-std::optional<XorPair> bestPair(const CubeList& sum, std::int64_t tries, std::size_t width,
-                                std::size_t designWidth) {
-  std::optional<XorPair> best;
+/// The best pair of a function over the first `tries` cubes of its exclusive-or sum: the place of
+/// the left operand, and the right one. None if no cube is one, or if each pair is proven to have
+/// `termLimit` terms or more. The cube without a literal is no operand where all `designWidth`
+/// columns are in use.
+std::optional<LeftOut> bestPair(const CubeList& function, const CubeList& sum, std::int64_t tries,
+                                std::size_t width, std::size_t designWidth, int termLimit) {
   const std::size_t count = std::min(sum.size(), static_cast<std::size_t>(tries));
-  forEachLeftOut(sum, count, width, [&](std::size_t i, CubeList others) {
-    if (dashCount(sum[i], width) == designWidth) return;
-    if (!best || others.size() < best->right.size()) best = {sum[i], std::move(others)};
+  std::vector<std::size_t> places;
+  for (std::size_t i = 0; i < count; ++i) {
+    if (dashCount(sum[i], width) != designWidth) places.push_back(i);
+  }
+  CoverBound bound(function, width);
+  const auto canBeat = [&](std::size_t place, std::size_t length) {
     heartMsg();
-  });
-  return best;
+    return bound.ofXor(sum[place], length) < length;
+  };
+  // The complement of a single literal is a single term too: such a pair can be turned around.
+  const auto limit = static_cast<std::size_t>(termLimit);
+  const auto canPay = [&](std::size_t place) {
+    return sum[place].literalCount() < 2 || canBeat(place, limit - 1);
+  };
+  if (std::ranges::none_of(places, canPay)) return std::nullopt;
+  return shortestLeftOut(sum, places, width, canBeat);
 }
 
 }  // namespace
@@ -72,7 +79,8 @@ std::unique_ptr<Equation> Equation::makeXorOperand(std::span<const Cube> cubes,
   return operand;
 }
 
-bool Equation::decomposeXor(std::unique_ptr<Equation>& left, std::unique_ptr<Equation>& right) {
+bool Equation::decomposeXor(int termLimit, std::unique_ptr<Equation>& left,
+                            std::unique_ptr<Equation>& right) {
   if (onSet_.empty()) return false;
   if (!hasSupport()) computeSupport();
   if (!bringToPlainForm()) return false;
@@ -91,12 +99,13 @@ bool Equation::decomposeXor(std::unique_ptr<Equation>& left, std::unique_ptr<Equ
   const std::int64_t tries =
       std::max<std::int64_t>(xorBudget / std::max<std::int64_t>(terms * columns * length, 1), 1);
   sortByDashes(*sum);
-  const auto pair = bestPair(*sum, tries, map.narrowWidth(), terms_->width());
+  const std::optional<LeftOut> pair =
+      bestPair(narrow, *sum, tries, map.narrowWidth(), terms_->width(), termLimit);
   if (!pair) return false;
 
-  left = makeXorOperand({&pair->left, 1}, map, XorHalf::Left);
+  left = makeXorOperand({&(*sum)[pair->place], 1}, map, XorHalf::Left);
   left->reduce(SetSelector::Both);
-  right = makeXorOperand(pair->right, map, XorHalf::Right);
+  right = makeXorOperand(pair->sum, map, XorHalf::Right);
   const bool leftIsLiteral = left->onCount() == 1 && left->offCount() == 1;
   right->reduce(leftIsLiteral ? SetSelector::Both : SetSelector::On);
   if (left->offCount() == 1 && right->offCount() >= 1 && right->offCount() < right->onCount()) {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "minimizer/complement_bound.h"
+#include "minimizer/cover_bound.h"
 #include "minimizer/cube_list.h"
 #include "minimizer/sum_of_products.h"
 
@@ -73,7 +73,7 @@ std::optional<CoverChain> complementChain(std::span<const Cover> chain, TermTabl
 
 bool complementHasAtLeast(std::size_t count, std::span<const Cover> chain, const TermTable& terms) {
   const NarrowChain narrow = toImplicants(chain, terms);
-  return complementHasAtLeast(count, narrow.cubes, narrow.map.narrowWidth());
+  return CoverBound(narrow.cubes, narrow.map.narrowWidth()).ofXor(Cube(), count) >= count;
 }
 
 ColumnMap::ColumnMap(const ColumnSet& used, std::size_t width) : toNarrow_(width, 0) {

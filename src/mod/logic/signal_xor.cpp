@@ -36,7 +36,7 @@ bool Signal::synthesizeXor() {
   if (terms < 3) return false;
 
   heartMsg();
-  bool takePair = logic->decomposeXor(slots_[SlotXorLeft], slots_[SlotXorRight]);
+  bool takePair = logic->decomposeXor(terms, slots_[SlotXorLeft], slots_[SlotXorRight]);
   if (takePair) {
     orderXorPair();
     const int left = slot(SlotXorLeft)->onCount();

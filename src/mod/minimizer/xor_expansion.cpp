@@ -229,18 +229,24 @@ std::vector<C> expandSum(std::span<const C> cubes, std::size_t width) {
   return expansion.sum(state);
 }
 
-/// Calls visit(i, sum) for the first `count` sums of all cubes but the i-th.
-template <PackedCube C, class Visit>
-void expandLeftOut(std::span<const C> cubes, std::size_t count, std::size_t width, Visit visit) {
+template <PackedCube C, class CanBeat>
+std::optional<std::pair<std::size_t, std::vector<C>>> expandShortest(
+    std::span<const C> cubes, std::span<const std::size_t> places, std::size_t width,
+    CanBeat canBeat) {
+  std::optional<std::pair<std::size_t, std::vector<C>>> best;
   XorExpansion<C> expansion(cubes, width);
-  typename XorExpansion<C>::State front;
+  typename XorExpansion<C>::State front;  // the cubes in front of the place
   typename XorExpansion<C>::State whole;
-  for (std::size_t i = 0; i < count; ++i) {
+  std::size_t taken = 0;
+  for (const std::size_t place : places) {
+    if (best && !canBeat(place, best->second.size())) continue;
+    while (taken < place) expansion.take(front, taken++);
     whole = front;
-    for (std::size_t k = i + 1; k < cubes.size(); ++k) expansion.take(whole, k);
-    visit(i, expansion.sum(whole));
-    expansion.take(front, i);
+    for (std::size_t k = place + 1; k < cubes.size(); ++k) expansion.take(whole, k);
+    std::vector<C> sum = expansion.sum(whole);
+    if (!best || sum.size() < best->second.size()) best.emplace(place, std::move(sum));
   }
+  return best;
 }
 
 }  // namespace
@@ -252,18 +258,20 @@ CubeList xorExpand(std::span<const Cube> cubes, std::size_t width) {
   return sum;
 }
 
-void forEachLeftOut(std::span<const Cube> cubes, std::size_t count, std::size_t width,
-                    const std::function<void(std::size_t, CubeList)>& visit) {
+std::optional<LeftOut> shortestLeftOut(
+    std::span<const Cube> cubes, std::span<const std::size_t> places, std::size_t width,
+    const std::function<bool(std::size_t place, std::size_t length)>& canBeat) {
   if (width > 64) {
-    expandLeftOut(cubes, count, width, visit);
-    return;
+    auto best = expandShortest(cubes, places, width, canBeat);
+    if (!best) return std::nullopt;
+    return LeftOut{best->first, std::move(best->second)};
   }
   const std::vector<NarrowCube> light = narrowed(cubes);
-  expandLeftOut<NarrowCube>(light, count, width, [&](std::size_t i, const auto& lightSum) {
-    CubeList sum;
-    widen(lightSum, sum);
-    visit(i, std::move(sum));
-  });
+  const auto best = expandShortest<NarrowCube>(light, places, width, canBeat);
+  if (!best) return std::nullopt;
+  LeftOut result{best->first, {}};
+  widen(best->second, result.sum);
+  return result;
 }
 
 }  // namespace ostrel

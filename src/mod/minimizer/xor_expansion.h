@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <optional>
 #include <span>
 
 #include "minimizer/cube_list.h"
@@ -17,9 +18,19 @@ namespace ostrel {
 /// result can be exponentially long in bad cases; callers bound what they hand in.
 CubeList xorExpand(std::span<const Cube> cubes, std::size_t width);
 
-/// Calls visit(i, sum) for i from 0 to count - 1, where `sum` is what xorExpand gives for the cubes
-/// without the i-th. Cheaper than that many calls: the sums share most of their work.
-void forEachLeftOut(std::span<const Cube> cubes, std::size_t count, std::size_t width,
-                    const std::function<void(std::size_t, CubeList)>& visit);
+/// What xorExpand gives for all cubes but the one at `place`.
+struct LeftOut {
+  std::size_t place;
+  CubeList sum;
+};
+
+/// The shortest of the sums without one of the cubes at `places`, which ascend; of equally short
+/// ones the first, and none if there is no place. Cheaper than that many calls of xorExpand,
+/// because the sums share most of their work, and because a sum isn't worked out if it is known to
+/// be no shorter than the shortest so far: canBeat(place, length) tells whether it may have fewer
+/// cubes than `length`.
+std::optional<LeftOut> shortestLeftOut(
+    std::span<const Cube> cubes, std::span<const std::size_t> places, std::size_t width,
+    const std::function<bool(std::size_t place, std::size_t length)>& canBeat);
 
 }  // namespace ostrel
