@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr std::uint8_t keepsFunctions = 0b1101'1011;  // no -ff_inv yes, no -reduce none
+constexpr std::uint8_t keepsFunctions = 0b1101'1011;  // without -ff_inv yes and -reduce none
 
 /// Bytes one after another, and zeros behind the last.
 class Bytes {

@@ -6,6 +6,7 @@
 #include <optional>
 #include <vector>
 
+#include "minimizer/cover_bound.h"
 #include "minimizer/sum_of_products.h"
 #include "minimizer/xor_cover.h"
 #include "minimizer/xor_expansion.h"
@@ -64,11 +65,13 @@ void checkXor(const CubeList& cubes, std::size_t width) {
   if (cover->empty()) std::abort();
   const CubeList others(cover->begin() + 1, cover->end());
   const CubeList sum = xorExpand(others, width);
+  const std::size_t bound = CoverBound(cubes, width).ofXor(cover->front(), cubes.size() + 1);
   // A universal cube whose companions cancel has no sum of products here.
   if (sum.empty() && std::any_of(others.begin(), others.end(),
                                  [](const Cube& cube) { return cube.literalCount() == 0; })) {
     return;
   }
+  if (bound > sum.size()) std::abort();
   compare(others, sum, width, [](auto in, auto out) { return (in % 2 == 1) == (out > 0); });
 }
 

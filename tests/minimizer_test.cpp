@@ -335,6 +335,33 @@ TEST(Minimizer, ProvesNoMoreCubesThanACoverHas) {
   EXPECT_GT(10 * proven, 6 * present);
 }
 
+// Numbers of one key stay in the order of adding, whichever of them go.
+TEST(CubeIndex, KeepsTheOrderOfWhatIsLeft) {
+  const std::vector<std::uint64_t> keys = {7, 7, 0, 7, 7U << 20U, 7};
+  const auto left = [](const CubeIndex& index, std::uint64_t key) {
+    std::vector<std::uint32_t> numbers;
+    for (auto n = index.first(key); n != CubeIndex::none; n = index.next(n)) numbers.push_back(n);
+    return numbers;
+  };
+  CubeIndex index;
+  for (const std::size_t removed : {0, 1, 3, 5}) {
+    index.reset(keys.size() + 1);
+    for (std::size_t i = 0; i < keys.size(); ++i) index.add(keys[i], i);
+    std::vector<std::uint32_t> expected = {0, 1, 3, 5};
+    EXPECT_EQ(left(index, 7), expected);
+    index.remove(7, removed);
+    index.add(7, keys.size());  // behind all others, even if the last went
+    std::erase(expected, removed);
+    expected.push_back(6);
+    EXPECT_EQ(left(index, 7), expected);
+    EXPECT_EQ(left(index, 0), std::vector<std::uint32_t>{2});
+    EXPECT_EQ(left(index, 8), std::vector<std::uint32_t>{});
+    for (const std::uint32_t number : expected) index.remove(7, number);
+    EXPECT_EQ(left(index, 7), std::vector<std::uint32_t>{});
+    EXPECT_EQ(left(index, 7U << 20U), std::vector<std::uint32_t>{4});
+  }
+}
+
 // The steps of CubeGroups by plain scans: each group in order, each cube with its first partner.
 using Groups = std::vector<CubeList>;
 using Partner = std::function<bool(const Cube& a, const Cube& b)>;

@@ -1,5 +1,6 @@
 // The reader of PLA files: what it stores, what it says, and where it goes on.
 #include <gtest/gtest.h>
+#include <regex>
 #include <sstream>
 
 #include "fil/pla_file.h"
@@ -217,6 +218,26 @@ TEST(Writer, WrapsNamesAtTheLineWidth) {
   EXPECT_EQ(text.str(), "#$ DATE x\n#$ PINS 1 " + std::string(68, 'p') +
                             "\n.type fr\n.i 2\n.o 2\n.ilb " + std::string(74, 'a') + "\n b\n.ob " +
                             std::string(74, 'x') + "%\n y-\n.phase 11\n.p 0\n.end\n");
+}
+
+// But for register types, which no name is written with, and a blank in front of each property.
+TEST(Writer, GivesBackWhatWasRead) {
+  const std::string properties = "#$ DATE  then\n#$ MODULE  m\n#$ TITLE  all of it\n";
+  const std::string rest =
+      "#$ PINS 4 A:1 B+:2 Q-:12 Y\n#$ NODES 1 N\n#$ FLIPFLOPS 2 Q N\n"
+      "#$ STATEBITS 2 Q N\n#$ STATEBITS 1 N\n"
+      ".type fdr\n.i 4\n.o 5\n.ilb A B- Q.FB N\n.ob Q.D- Q.C Y% N.T.X1 N.T.X2\n.phase 10101\n"
+      ".p 3\n1-0- 10~~-\n-011 ~1~01\n---- ~~1~~\n.end\n";
+  const std::string typed = std::string(rest).replace(rest.find(":12"), 3, ":12:REG_D");
+  const std::string shuffled = "#$ TITLE  all of it\n#$ DATE  then\n#$ MODULE  m\n" + typed;
+  for (const std::string& text : {properties + rest, shuffled}) {
+    Reading reading = readText(text);
+    ASSERT_EQ(reading.status, Status::Ok) << reading.err;
+    std::ostringstream written;
+    reading.file.write(written);
+    EXPECT_EQ(std::regex_replace(written.str(), std::regex("   (then|m|all)"), "  $1"),
+              properties + rest);
+  }
 }
 
 }  // namespace

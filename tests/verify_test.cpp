@@ -210,6 +210,10 @@ TEST(Verify, NamesWhatTheRunItselfGivesUp) {
        "A B Q|N|f|A B N|Q.D Q.C N|1-- 1~~,--0 ~1~,11- ~~1,00- ~~1", "", "!Q, clock: with"},
       {"A B Y|N|f|A B N|Y- N.X1 N.X2|--1 1~~,1-- ~1~,-1- ~~1",
        "A B Y||f|A B|Y.X1- Y.X2-|1- 1~,-1 ~1", "", "?Y, logic: it took over the XOR pair of N"},
+      {"A Y Z||f|A|Y.X1 Y.X2 Z|1 1~1", "A Y Z||f|A|Z|1 1", "",
+       "?Y, logic: an XOR half without rows of 1"},
+      {"A Y Z||f|A|Y.X1 Y.X2 Y.OE Z|1 1~~1", "A Y Z||f|A|Z|1 1", "",
+       "?Y, output enable: an output enable that is never on"},
       // Only the row of 0 that stands for Y read M, and M went as unread.
       {"A B Y|M|fr|A B M|Y M|1-- 1~,-1- 1~,-01 0~,0-- ~1,1-- ~0", "A B Y||f|A B|Y-|-0 1", "",
        "?Y, logic: rows of 0 alone read M"},
@@ -268,6 +272,19 @@ TEST(Verify, JudgesTheFormOfTheOutput) {
       {d, replaced(d, "A B Q|", "A Q|"), "", "!OUTPUT: B stands in a column but is not declared"},
       {d, replaced(d, "A B Q|", "A B Q X|"), "", "!X: the pin is not in INPUT"},
       {d, replaced(d, "Q.D Q.C", "Q.D Q.D"), "", "!OUTPUT: Q.D is given a second time"},
+      {d, replaced(d, "Q.D Q.C", "Q.D Q.S"), "", "!OUTPUT: Q.S gives its signal a second register"},
+      {d, replaced(d, "Q.C", "Q.J"), "", "!OUTPUT: Q.J is not supported"},
+      {d, replaced(d, "|A B|", "|A B.OE|"), "", "!OUTPUT: B.OE cannot be an input column"},
+      {d, replaced(d, "|N|", "|N A|"), "", "!OUTPUT: A is declared twice"},
+      {d, replaced(d, "A B Q|N", "A Q|B N"), "", "!B: the pin has become a node"},
+      {replaced(d, "A B Q|N", "A Q|B N"), d, "", "!B: the node has become a pin"},
+      {"A B Y|N|f|A B N|N.D N.C Y|1-- 1~~,-1- ~1~,--1 ~~1", "A B Y||f|A B|Y|1- 1", "",
+       "!N: the registered node is missing in OUTPUT"},
+      {wide, "A B C D Y|M|f|A B C D M|Y M.D M.C|----1 1~~,1---- ~1~,-1--- ~~1", "",
+       "!M: the new node is not combinational"},
+      {wide, "A B C D Y|M|f|A B C D M|Y|1---- 1,-1--- 1,--1-- 1,---1- 1", "",
+       "!M: the new node has no function"},
+      {"A Y||f|A|Y.X1 Y.X2|1 1~", "A Y||f|A|Y.X1|1 1", "", "!Y, logic: only one half of an XOR"},
       {d, "A Q|N|f|A|Q.D Q.C|1 1~,1 ~1", "", "!B: the pin is missing in OUTPUT"},
       {wide, "A B C D Y|M N|f|A B C D M N|Y M N|----1- 1~~,-----1 ~1~,----1- ~~1", "",
        "new nodes of OUTPUT form a loop"},
@@ -307,6 +324,7 @@ TEST(Verify, AnswersOnTheCommandLine) {
   const std::string split = write("opts", "-split\n2 -clust 5\n");
   const std::string reg = write("reg", plaText("A Q||f|A|Q.D Q.C|1 1~,0 ~1"));
   const std::string noClock = write("noclock", plaText("A Q||f|A|Q.D|1 1"));
+  const std::string announced = write("announced", replaced(plaText(base), ".p 5", ".p 9"));
   const std::string broken = write("broken", ".i x\n");
   const struct {
     std::string arguments;
@@ -317,6 +335,7 @@ TEST(Verify, AnswersOnTheCommandLine) {
               {"--list " + a + " " + a, 0, "equivalent: Y, logic\nequivalent: Z, logic\n", ""},
               {a + " " + b, 1, "2 functions proven, 1 different, 0 not comparable\n", ""},
               {b + " " + b + " @" + split, 0, "equivalent", ""},
+              {a + " " + announced, 1, "different: OUTPUT: it announces 9 rows and has 5\n", ""},
               {reg + " " + noClock + " -CKx off", 3, "not comparable: Q, clock: -ck off", ""},
               {reg + " " + noClock + " -ck", 1, "different: Q, clock", ""},
               {a + " " + a + " --effort 5 --effort=7", 0, "equivalent", ""},

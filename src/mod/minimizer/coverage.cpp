@@ -78,11 +78,6 @@ void Coverage::add(const C& cube) {
 
 template <PackedCube C>
 bool Coverage::isCovered(const C& cube, std::size_t number) {
-  return words_ == 1 ? ask<true>(cube, number) : ask<false>(cube, number);
-}
-
-template <bool oneWord, PackedCube C>
-bool Coverage::ask(const C& cube, std::size_t number) {
   const Question first = question(0);
   std::copy(cubes_.begin(), cubes_.end(), first.cubes);
   first.cubes[number / 64] &= ~(Word{1} << (number % 64));
@@ -92,7 +87,7 @@ bool Coverage::ask(const C& cube, std::size_t number) {
     for (Word rest = block.care; rest != 0; rest &= rest - 1) {
       const auto column = static_cast<std::size_t>(std::countr_zero(rest));
       const bool isOne = ((block.value >> column) & 1U) != 0;
-      takeOut(first.cubes, literal(i * 64 + column, !isOne), words<oneWord>());
+      takeOut(first.cubes, literal(i * 64 + column, !isOne), words_);
     }
     const std::size_t left = width - std::min(width, i * 64);
     first.columns[i] = ~block.care & (left < 64 ? (Word{1} << left) - 1 : ~Word{0});
@@ -100,7 +95,7 @@ bool Coverage::ask(const C& cube, std::size_t number) {
   std::size_t open = 1;
   while (open > 0) {
     const Question last = question(open - 1);
-    const Verdict verdict = judge<oneWord>(last);
+    const Verdict verdict = judge(last);
     if (verdict == Verdict::Uncovered) return false;
     if (verdict == Verdict::Covered) {
       --open;
@@ -112,20 +107,19 @@ bool Coverage::ask(const C& cube, std::size_t number) {
 }
 
 // Settles columns until there is none to settle.
-template <bool oneWord>
 Coverage::Verdict Coverage::judge(Question open) {
   while (true) {
-    if (!meet(open.cubes, open.cubes, words<oneWord>())) return Verdict::Uncovered;
-    const bool hasChanged = look<oneWord>(open);
+    if (!meet(open.cubes, open.cubes, words_)) return Verdict::Uncovered;
+    const bool hasChanged = look(open);
     Word universal = 0;
     Word lone = 0;
-    for (std::size_t w = 0; w < words<oneWord>(); ++w) {
+    for (std::size_t w = 0; w < words_; ++w) {
       universal |= open.cubes[w] & ~once_[w];
       lone |= open.cubes[w] & once_[w] & ~twice_[w];
     }
     if (universal != 0) return Verdict::Covered;
     if (lone != 0) {
-      if (settleLone<oneWord>(open) == Verdict::Covered) return Verdict::Covered;
+      if (settleLone(open) == Verdict::Covered) return Verdict::Covered;
     } else if (!hasChanged) {
       return Verdict::Open;
     }
@@ -134,7 +128,6 @@ Coverage::Verdict Coverage::judge(Question open) {
 
 // Settles the columns with literals of one sense and counts the literals of the cubes that are
 // left. True if a cube vanished.
-template <bool oneWord>
 bool Coverage::look(Question open) {
   std::fill(once_.begin(), once_.end(), 0);
   std::fill(twice_.begin(), twice_.end(), 0);
@@ -143,10 +136,10 @@ bool Coverage::look(Question open) {
   forEachColumn(open.columns, blocks_, [&](std::size_t column, std::size_t i, Word bit) {
     const Word* zeros = literal(column, false);
     const Word* ones = literal(column, true);
-    const bool hasZero = meet(open.cubes, zeros, words<oneWord>());
-    const bool hasOne = meet(open.cubes, ones, words<oneWord>());
+    const bool hasZero = meet(open.cubes, zeros, words_);
+    const bool hasOne = meet(open.cubes, ones, words_);
     if (hasZero && hasOne) {
-      for (std::size_t w = 0; w < words<oneWord>(); ++w) {
+      for (std::size_t w = 0; w < words_; ++w) {
         const Word any = zeros[w] | ones[w];
         thrice_[w] |= twice_[w] & any;
         twice_[w] |= once_[w] & any;
@@ -156,27 +149,26 @@ bool Coverage::look(Question open) {
     }
     open.columns[i] &= ~bit;
     hasChanged |= hasZero || hasOne;
-    if (hasZero) takeOut(open.cubes, zeros, words<oneWord>());
-    if (hasOne) takeOut(open.cubes, ones, words<oneWord>());
+    if (hasZero) takeOut(open.cubes, zeros, words_);
+    if (hasOne) takeOut(open.cubes, ones, words_);
     return true;
   });
   return hasChanged;
 }
 
 // Settles the columns in which a cube has its only literal.
-template <bool oneWord>
 Coverage::Verdict Coverage::settleLone(Question open) {
-  for (std::size_t w = 0; w < words<oneWord>(); ++w) once_[w] &= open.cubes[w] & ~twice_[w];
+  for (std::size_t w = 0; w < words_; ++w) once_[w] &= open.cubes[w] & ~twice_[w];
   Verdict verdict = Verdict::Open;
   forEachColumn(open.columns, blocks_, [&](std::size_t column, std::size_t i, Word bit) {
     const Word* zeros = literal(column, false);
     const Word* ones = literal(column, true);
-    const bool hasZero = meet(once_.data(), zeros, words<oneWord>());
-    const bool hasOne = meet(once_.data(), ones, words<oneWord>());
+    const bool hasZero = meet(once_.data(), zeros, words_);
+    const bool hasOne = meet(once_.data(), ones, words_);
     if (hasZero && hasOne) verdict = Verdict::Covered;
     if (hasZero || hasOne) open.columns[i] &= ~bit;
-    if (hasZero) takeOut(open.cubes, zeros, words<oneWord>());
-    if (hasOne) takeOut(open.cubes, ones, words<oneWord>());
+    if (hasZero) takeOut(open.cubes, zeros, words_);
+    if (hasOne) takeOut(open.cubes, ones, words_);
     return verdict == Verdict::Open;
   });
   return verdict;

@@ -46,18 +46,8 @@ class Coverage {
     return literals_.data() + (2 * column + (isOne ? 1 : 0)) * words_;
   }
 
-  // Almost all lists fit one word; with that known there are no loops over words.
-  template <bool oneWord>
-  std::size_t words() const {
-    return oneWord ? 1 : words_;
-  }
-  template <bool oneWord, PackedCube C>
-  bool ask(const C& cube, std::size_t number);
-  template <bool oneWord>
   Verdict judge(Question open);
-  template <bool oneWord>
   bool look(Question open);
-  template <bool oneWord>
   Verdict settleLone(Question open);
   void split(Question open, Question next);
 
