@@ -177,6 +177,51 @@ TEST(Equation, OrdersTermsByCommonColumns) {
   }
 }
 
+/// The order for cutting by counting all overlaps anew for each choice.
+Texts orderPlainly(Texts left) {
+  Texts result;
+  std::string working;  // '1' for each column that takes part
+  const auto addColumns = [&](const std::string& term) {
+    for (std::size_t c = 0; c < term.size(); ++c) {
+      if (term[c] != '-') working[c] = '1';
+    }
+  };
+  const auto overlap = [&](const std::string& term) {
+    int count = 0;
+    for (std::size_t c = 0; c < term.size(); ++c) count += working[c] == '1' && term[c] != '-';
+    return count;
+  };
+  working.assign(left[0].size(), '1');
+  while (!left.empty()) {
+    const auto best = std::ranges::max_element(left, {}, overlap);  // the first of the greatest
+    if (overlap(*best) == 0) {
+      for (const std::string& term : left) addColumns(term);
+      if (std::ranges::all_of(left, [&](const std::string& t) { return overlap(t) == 0; })) break;
+      continue;
+    }
+    if (result.empty()) working.assign(working.size(), '0');
+    addColumns(*best);
+    result.push_back(*best);
+    left.erase(best);
+  }
+  result.insert(result.end(), left.begin(), left.end());
+  return result;
+}
+
+TEST(Equation, OrdersTermsAsAPlainCountDoes) {
+  std::mt19937 random(28);
+  for (int round = 0; round < 500; ++round) {
+    const std::size_t width = 1 + random() % (round % 3 == 0 ? 80 : 8);
+    Texts chain(1 + random() % 12, std::string(width, '-'));
+    for (std::string& term : chain) {
+      for (char& c : term) c = random() % width < 2 ? "01"[random() % 2] : '-';
+    }
+    Bench bench(chain);
+    bench.equation.orderCovers();
+    ASSERT_EQ(bench.on(), orderPlainly(chain)) << "round " << round;
+  }
+}
+
 TEST(Equation, SubstitutesANode) {
   Bench bench({"1--", "-1-", "--1"}, {"000"});
   const CoverChain chain = bench.equation.onSet();

@@ -307,6 +307,84 @@ TEST(Minimizer, FindsTheFirstOfTheShortestSumsWithoutOneCube) {
   EXPECT_GT(unseen, 100);
 }
 
+/// An exclusive-or sum by its rules alone: every slot against every new cube, nothing remembered.
+CubeList expandPlainly(const CubeList& cubes, std::size_t width) {
+  std::vector<CubeList> slots;
+  bool isInverted = false;
+  const auto takeOut = [width](CubeList& list, const CubeList& common) {
+    const std::size_t before = list.size();
+    sharpList(list, common, width);
+    if (list.size() > before) simplifyList(list, width);
+  };
+  for (const Cube& cube : cubes) {
+    if (cube.literalCount() == 0) {
+      isInverted = !isInverted;
+      continue;
+    }
+    CubeList upper = {cube};
+    for (CubeList& lower : slots) {
+      CubeList common;
+      for (auto x = upper.rbegin(); x != upper.rend(); ++x) {
+        for (auto y = lower.rbegin(); y != lower.rend(); ++y) {
+          if (auto product = intersectCubes(*x, *y)) common.push_back(*product);
+        }
+      }
+      if (common.size() > 2) simplifyList(common, width);
+      if (common.empty()) continue;
+      takeOut(lower, common);
+      takeOut(upper, common);
+    }
+    slots.push_back(upper);
+  }
+  CubeList sum;
+  for (const CubeList& slot : slots) sum.insert(sum.end(), slot.begin(), slot.end());
+  if (slots.empty() && isInverted) sum.emplace_back();
+  if (!slots.empty() && isInverted) complementList(sum, width);
+  return sum;
+}
+
+TEST(Minimizer, ExpandsLikeAPlainWalkOverTheSlots) {
+  std::mt19937 random(29);
+  for (int round = 0; round < 500; ++round) {
+    const std::size_t width = round % 10 == 0 ? 65 : 1 + random() % 7;
+    const CubeList cubes = cubesOf(randomTexts(random, random() % 14, width));
+    ASSERT_EQ(textsOf(xorExpand(cubes, width), width), textsOf(expandPlainly(cubes, width), width))
+        << ::testing::PrintToString(textsOf(cubes, width));
+  }
+}
+
+/// The numbers of the cubes that a walk from the first to the last finds covered and takes out.
+template <class AnyCoverage>
+std::vector<std::size_t> coveredBy(AnyCoverage& coverage, const std::vector<NarrowCube>& cubes) {
+  for (const NarrowCube& cube : cubes) coverage.add(cube);
+  std::vector<std::size_t> covered;
+  for (std::size_t i = 0; i < cubes.size(); ++i) {
+    if (!coverage.isCovered(cubes[i], i)) continue;
+    coverage.remove(i);
+    covered.push_back(i);
+  }
+  return covered;
+}
+
+// What covers what is one truth for short and for long lists.
+TEST(Minimizer, AnswersCoverageInBothForms) {
+  std::mt19937 random(30);
+  std::size_t count = 0;
+  RowCoverage rows;
+  Coverage columns;
+  for (int round = 0; round < 1000; ++round) {
+    const std::size_t width = round % 10 == 0 ? 64 : 2 + random() % 9;
+    const auto cubes =
+        narrowed(cubesOf(randomTexts(random, 1 + random() % RowCoverage::capacity, width)));
+    rows.reset();
+    columns.reset(width, cubes.size());
+    const auto covered = coveredBy(rows, cubes);
+    ASSERT_EQ(covered, coveredBy(columns, cubes)) << "round " << round;
+    count += covered.size();
+  }
+  EXPECT_GT(count, 1000U);
+}
+
 // Of the complement of odd parity each cube is a point, and all of them are found; flipped inside a
 // cube, a function has a cover that consists of what either leaves of the other.
 TEST(Minimizer, ProvesNoMoreCubesThanACoverHas) {
