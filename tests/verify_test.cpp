@@ -214,6 +214,9 @@ TEST(Verify, NamesWhatTheRunItselfGivesUp) {
        "?Y, logic: an XOR half without rows of 1"},
       {"A Y Z||f|A|Y.X1 Y.X2 Y.OE Z|1 1~~1", "A Y Z||f|A|Z|1 1", "",
        "?Y, output enable: an output enable that is never on"},
+      // Where rows of 1 and of 0 meet, the value is open, and can be 0 all over.
+      {"A Y Z||fr|A|Y Y.OE Z|- 00~,1 ~11", "A Y Z||f|A|Z|1 1", "-oe min",
+       "?Y, output enable: an output enable that is never on"},
       // Only the row of 0 that stands for Y read M, and M went as unread.
       {"A B Y|M|fr|A B M|Y M|1-- 1~,-1- 1~,-01 0~,0-- ~1,1-- ~0", "A B Y||f|A B|Y-|-0 1", "",
        "?Y, logic: rows of 0 alone read M"},

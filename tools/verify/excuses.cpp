@@ -120,10 +120,6 @@ std::optional<std::string> Excuses::forMissing(std::size_t index, Slot slot, Slo
   if (in.type == PlaType::fd && f.on.empty() && f.off.empty()) {
     return "a column of an fd file without rows of 1 is dropped";
   }
-  if (slot == Slot::OutputEnable && in.obviousConstant(f) == false &&
-      pairing_.partner(index)->shape() == DataShape::None) {
-    return "an output enable that is never on goes with the function that it enables";
-  }
   for (const ControlOption& control : controlOptions) {
     if (control.slot != slot && control.slot != outSlot) continue;
     const SetChoice choice = options_.*control.choice;

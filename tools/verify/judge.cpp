@@ -163,6 +163,11 @@ class Judge {
   }
 
   Finding missing(const Task& task) {
+    if (task.slot == OutputEnable && out(task.signal).shape() == DataShape::None &&
+        comparer_.isNeverOn(task)) {
+      return finding(task, Outcome::NotComparable,
+                     "an output enable that is never on goes with the function that it enables");
+    }
     std::optional<std::string> reason = excuses_.forMissing(task.signal, task.slot, task.outSlot);
     if (!reason && task.slot == Logic && comparer_.isNeverOn(task)) {
       reason = excuses_.forMissingZero(task.signal);
