@@ -208,6 +208,10 @@ TEST(Verify, NamesWhatTheRunItselfGivesUp) {
        "A B Q|N-|f|A B N|Q.D Q.C N|1-- 1~~,--0 ~1~,11- ~~1,00- ~~1", "", "?Q, clock: it became"},
       {"A B Q|N|f|A B N|Q.D Q.C N|1-- 1~~,11- ~11,00- ~11",
        "A B Q|N|f|A B N|Q.D Q.C N|1-- 1~~,--0 ~1~,11- ~~1,00- ~~1", "", "!Q, clock: with"},
+      // A half that became a literal and was then, with the other half, exchanged for its OFF set.
+      {"A B C S Q||fdr|A B C S|S Q.T.X1- Q.T.X2|---- ~11,---- ~1~,--0- 000,010- 000",
+       "A B C S Q||f|A B C S.PIN|S Q.T.X1 Q.T.X2-|--1- 11~,---0 ~~1", "",
+       "?Q, logic: it became a literal of S"},
       {"A B Y|N|f|A B N|Y- N.X1 N.X2|--1 1~~,1-- ~1~,-1- ~~1",
        "A B Y||f|A B|Y.X1- Y.X2-|1- 1~,-1 ~1", "", "?Y, logic: it took over the XOR pair of N"},
       {"A Y Z||f|A|Y.X1 Y.X2 Z|1 1~1", "A Y Z||f|A|Z|1 1", "",

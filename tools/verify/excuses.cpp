@@ -161,9 +161,11 @@ std::optional<std::string> Excuses::forCollapse(std::size_t index) const {
   return "it took over the XOR pair of " + source->name + ", and a mark stands on both halves";
 }
 
-// A control function of several terms can become one literal of a Signal with the same terms, in
-// the sense that the marks of the name give.
-std::optional<std::string> Excuses::forLiteralSense(const Function& in, const Function& out) const {
+// A control function or a half of several terms can become one literal of a Signal with the same
+// terms, in the sense that the marks of the name give. Two halves can both be exchanged with their
+// OFF sets after that, which turns the literal.
+std::optional<std::string> Excuses::forLiteralSense(const Function& in, const Function& out,
+                                                    bool isHalf) const {
   if (in.on.size() < 2 && in.off.size() < 2) return std::nullopt;
   const std::optional<RowLiteral> literal = singleLiteral(pairing_.out, out.on);
   if (!literal) return std::nullopt;
@@ -172,7 +174,7 @@ std::optional<std::string> Excuses::forLiteralSense(const Function& in, const Fu
   const Signal& source = pairing_.in.signals[*i];
   if (!holdsTermsOf(pairing_.in, in, source)) return std::nullopt;
   const bool senseOfName = literal->positive == (source.inversionCount() != 1);
-  if (!senseOfName && !options_.ffBeforeInverter) return std::nullopt;
+  if (!senseOfName && !isHalf && !options_.ffBeforeInverter) return std::nullopt;
   return "it became a literal of " + source.name + ", whose name marks gave the sense";
 }
 
@@ -181,14 +183,15 @@ std::optional<std::string> Excuses::forComplement(std::size_t index, Slot slot,
   const Signal& in = pairing_.in.signals[index];
   const Signal& out = *pairing_.partner(index);
   if (slot != Slot::Logic) {
-    return forLiteralSense(pairing_.in.function(in, slot), pairing_.out.function(out, outSlot));
+    return forLiteralSense(pairing_.in.function(in, slot), pairing_.out.function(out, outSlot),
+                           false);
   }
   if (const auto reason = forCollapse(index)) return reason;
   if (in.shape() != DataShape::Pair || out.shape() != DataShape::Pair) return std::nullopt;
   for (const Slot from : {Slot::XorLeft, Slot::XorRight}) {
     for (const Slot to : {Slot::XorLeft, Slot::XorRight}) {
       const auto reason =
-          forLiteralSense(pairing_.in.function(in, from), pairing_.out.function(out, to));
+          forLiteralSense(pairing_.in.function(in, from), pairing_.out.function(out, to), true);
       if (reason) return reason;
     }
   }

@@ -50,7 +50,8 @@ class Excuses {
   const Signal* repeatedNode(const Signal& signal) const;
   std::optional<std::string> forLostSource(const Signal& signal) const;
   std::optional<std::string> forCollapse(std::size_t signal) const;
-  std::optional<std::string> forLiteralSense(const Function& in, const Function& out) const;
+  std::optional<std::string> forLiteralSense(const Function& in, const Function& out,
+                                             bool isHalf) const;
   bool readsSignal(std::size_t signal, Slot slot, std::size_t target) const;
   bool couldReuse(std::size_t signal, Slot slot, const Signal& source) const;
 
