@@ -212,6 +212,10 @@ TEST(Verify, NamesWhatTheRunItselfGivesUp) {
       {"A B C S Q||fdr|A B C S|S Q.T.X1- Q.T.X2|---- ~11,---- ~1~,--0- 000,010- 000",
        "A B C S Q||f|A B C S.PIN|S Q.T.X1 Q.T.X2-|--1- 11~,---0 ~~1", "",
        "?Q, logic: it became a literal of S"},
+      {"A B S|M N Q|fdr|A B M.Q N|S Q.T.X1- Q.T.X2|---- ~1~,10-- 111,01-- 111,---- ~~0,---0 00~,"
+       "-00- 00~",
+       "A B S|N Q|f|A B N S.D|S- Q.T.X1 Q.T.X2-|--0- 1~~,-0-- 1~~,---- ~1~,---1 ~~1", "",
+       "?Q, logic: rows of 0 alone read M"},
       {"A B Y|N|f|A B N|Y- N.X1 N.X2|--1 1~~,1-- ~1~,-1- ~~1",
        "A B Y||f|A B|Y.X1- Y.X2-|1- 1~,-1 ~1", "", "?Y, logic: it took over the XOR pair of N"},
       {"A Y Z||f|A|Y.X1 Y.X2 Z|1 1~1", "A Y Z||f|A|Z|1 1", "",

@@ -219,19 +219,19 @@ class Judge {
     if (!cuts.empty() && comparer_.holdsAtRest(task, Recipe::SharedReplaced, false)) {
       return "it differs only where the loop through " + in(cuts.front()).name + " is not at rest";
     }
-    if (const auto reason = excuses_.forComplement(task.signal, task.slot, task.outSlot)) {
-      if (comparer_.holdsAtRest(task, Recipe::SharedReplaced, true)) return reason;
-    }
+    const auto turned = excuses_.forComplement(task.signal, task.slot, task.outSlot);
+    if (turned && comparer_.holdsAtRest(task, Recipe::SharedReplaced, true)) return turned;
+    const auto holds = [&](Recipe recipe) {
+      return comparer_.holdsAtRest(task, recipe, false) ||
+             (turned && comparer_.holdsAtRest(task, recipe, true));
+    };
     if (const auto reason = excuses_.forUnreadNode(task.signal, task.slot)) {
-      if (comparer_.holdsAtRest(task, Recipe::UnreadIgnored, false)) return reason;
+      if (holds(Recipe::UnreadIgnored)) return reason;
     }
     for (std::size_t i = 0; i < pairing_.in.signals.size(); ++i) {
       if (!pairing_.twoValued[i] || !mentions(answer.assignment, i)) continue;
       const auto reason = excuses_.forPinRead(task.signal, task.slot, i);
-      if (!reason) continue;
-      if (comparer_.holdsAtRest(task, Recipe::PinsInside, false)) return reason;
-      const bool turned = excuses_.forComplement(task.signal, task.slot, task.outSlot).has_value();
-      if (turned && comparer_.holdsAtRest(task, Recipe::PinsInside, true)) return reason;
+      if (reason && holds(Recipe::PinsInside)) return reason;
     }
     return std::nullopt;
   }
