@@ -1,6 +1,5 @@
 // The reader of PLA files: what it stores, what it says, and where it goes on.
 #include <gtest/gtest.h>
-#include <regex>
 #include <sstream>
 
 #include "fil/pla_file.h"
@@ -235,8 +234,9 @@ TEST(Writer, GivesBackWhatWasRead) {
     ASSERT_EQ(reading.status, Status::Ok) << reading.err;
     std::ostringstream written;
     reading.file.write(written);
-    EXPECT_EQ(std::regex_replace(written.str(), std::regex("   (then|m|all)"), "  $1"),
-              properties + rest);
+    std::string back = written.str();
+    for (std::size_t at = 0; (at = back.find("   ")) != std::string::npos;) back.erase(at, 1);
+    EXPECT_EQ(back, properties + rest);
   }
 }
 
