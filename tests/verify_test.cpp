@@ -216,6 +216,13 @@ TEST(Verify, NamesWhatTheRunItselfGivesUp) {
        "-00- 00~",
        "A B S|N Q|f|A B N S.D|S- Q.T.X1 Q.T.X2-|--0- 1~~,-0-- 1~~,---- ~1~,---1 ~~1", "",
        "?Q, logic: rows of 0 alone read M"},
+      // A literal of a node that reads itself, beside one of a pin that can be off.
+      {"A B P|N Q|f|A B N.Q|P P.OE N Q.T.X1- Q.T.X2|--0 ~~11~,--- ~~11~,01- ~~~~1,00- 1~111,11- "
+       "1~111",
+       "A B P|N Q|f|A B N.Q P.PIN|P P.OE N Q.T.X1 Q.T.X2-|00-- 1~~~~,11-- 1~~~~,---- ~~1~~,01-- "
+       "~~~1~,"
+       "---1 ~~~1~,--1- ~~~~1",
+       "", "?Q, logic: terms that P already had"},
       {"A B Y|N|f|A B N|Y- N.X1 N.X2|--1 1~~,1-- ~1~,-1- ~~1",
        "A B Y||f|A B|Y.X1- Y.X2-|1- 1~,-1 ~1", "", "?Y, logic: it took over the XOR pair of N"},
       {"A Y Z||f|A|Y.X1 Y.X2 Z|1 1~1", "A Y Z||f|A|Z|1 1", "",

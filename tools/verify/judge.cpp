@@ -229,7 +229,7 @@ class Judge {
       if (holds(Recipe::UnreadIgnored)) return reason;
     }
     for (std::size_t i = 0; i < pairing_.in.signals.size(); ++i) {
-      if (!pairing_.twoValued[i] || !mentions(answer.assignment, i)) continue;
+      if (!pairing_.twoValued[i]) continue;
       const auto reason = excuses_.forPinRead(task.signal, task.slot, i);
       if (reason && holds(Recipe::PinsInside)) return reason;
     }
