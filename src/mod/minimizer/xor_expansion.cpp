@@ -24,6 +24,11 @@ namespace {
 
 using Number = std::uint32_t;
 
+/// A place for a key in a table whose size is a power of two. All bits of the key reach it.
+std::size_t placeOf(std::uint64_t key, std::size_t size) {
+  return ((key ^ key >> 32U) * 0x9E3779B97F4A7C15U >> 32U) & (size - 1);
+}
+
 /// Lists by number, each content once. The empty list is number 0.
 template <PackedCube C>
 class ListStore {
@@ -58,8 +63,8 @@ class ListStore {
 
   std::size_t slotOf(std::span<const C> content) const {
     std::uint64_t hash = 0;
-    for (const C& cube : content) hash = (hash + literalHash(cube)) * 0x9E3779B97F4A7C15U;
-    std::size_t slot = hash >> 20U & (slots_.size() - 1);
+    for (const C& cube : content) hash = hash * 0x9E3779B97F4A7C15U + literalHash(cube);
+    std::size_t slot = placeOf(hash, slots_.size());
     while (slots_[slot] != none && !std::ranges::equal(list(slots_[slot]), content)) {
       slot = (slot + 1) & (slots_.size() - 1);
     }
@@ -102,7 +107,7 @@ class PairTable {
 
   std::size_t slotOf(Pair pair) const {
     const std::uint64_t key = std::uint64_t{pair.first} << 32U | pair.second;
-    std::size_t slot = key * 0x9E3779B97F4A7C15U >> 20U & (entries_.size() - 1);
+    std::size_t slot = placeOf(key, entries_.size());
     while (!isFree(entries_[slot]) && entries_[slot].pair != pair) {
       slot = (slot + 1) & (entries_.size() - 1);
     }
