@@ -146,7 +146,7 @@ class Equation {
 
   /// Writes the function as the exclusive OR of a left operand, a single product term, and a right
   /// operand, a sum of products, and stores both in the places. False if no pair was found, or if
-  /// each pair is proven to have `termLimit` terms or more, in whatever form; the places may then
+  /// each pair is proven to have `termLimit` terms or more; the places may then
   /// be filled all the same. The Equation's function stays, but it may have been brought to
   /// polarity None, with an OFF set of its own.
   bool decomposeXor(int termLimit, std::unique_ptr<Equation>& left,

@@ -41,7 +41,8 @@ std::optional<LeftOut> bestPair(const CubeList& function, const CubeList& sum, s
     heartMsg();
     return bound.ofXor(sum[place], length) < length;
   };
-  // The complement of a single literal is a single term too: such a pair can be turned around.
+  // The complement of a single literal is a single term too: such a pair can be turned around. For
+  // any other left operand no OFF set is worked out on the right, so the pair stays as it is.
   const auto limit = static_cast<std::size_t>(termLimit);
   const auto canPay = [&](std::size_t place) {
     return sum[place].literalCount() < 2 || canBeat(place, limit - 1);

@@ -29,6 +29,9 @@ std::uint64_t neighboursIn(std::uint64_t values, const Cube::Block& cube) {
   return isSingleBit(away) ? away : 0;
 }
 
+// Long sums would cost more to look at than to work out; fewer points are a bound as well.
+constexpr std::size_t mostPoints = 64;
+
 std::uint64_t lowestBit(std::uint64_t word) {
   return word & (~word + 1);
 }
@@ -39,7 +42,9 @@ CoverBound::CoverBound(std::span<const Cube> cubes, std::size_t width) {
   if (width == 0 || width > 64) return;
   columns_ = ~std::uint64_t{0} >> (64 - width);
   for (const Cube& cube : cubes) cubes_.push_back(cube.block(0));
-  for (const Cube::Block& cube : cubes_) points_.push_back(remotePoint(cube));
+  for (const Cube::Block& cube : std::span(cubes_).first(std::min(cubes_.size(), mostPoints))) {
+    points_.push_back(remotePoint(cube));
+  }
 }
 
 std::size_t CoverBound::ofXor(const Cube& flipped, std::size_t enough) {

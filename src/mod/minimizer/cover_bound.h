@@ -37,7 +37,7 @@ class CoverBound {
 
   std::uint64_t columns_ = 0;
   std::vector<Cube::Block> cubes_;
-  std::vector<Point> points_;  // of the function, one from each cube
+  std::vector<Point> points_;  // of the function, one from each of the first cubes
   std::vector<Point> chosen_;  // scratch: independent points of the function in hand
 };
 

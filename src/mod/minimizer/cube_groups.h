@@ -32,7 +32,8 @@ class CubeGroups {
   /// the one without dashes, each group in its own order. The groups are left empty.
   void flattenGroups(std::vector<C>& list);
 
-  /// Keeps the first cube of each text in the groups 0 to groupCount - 1; later groups stay.
+  /// Keeps the first cube of each text in the groups 0 to groupCount - 1; later groups stay, also
+  /// in a later call with a greater count.
   void dropDuplicates(std::size_t groupCount);
 
   /// Joins pairs that differ in one literal, drops cubes that a cube of the next group contains,
