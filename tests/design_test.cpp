@@ -29,8 +29,8 @@ struct Built {
 
   std::vector<std::string> terms(const std::string& name, Slot slot) {
     std::vector<std::string> texts;
-    for (const Cover cover : signal(name).slot(slot)->onSet()) {
-      texts.push_back(design.terms().cube(cover).text(design.terms().width()));
+    for (const Term term : signal(name).slot(slot)->onSet()) {
+      texts.push_back(design.terms().cube(term).text(design.terms().width()));
     }
     return texts;
   }
@@ -140,7 +140,7 @@ TEST(Signal, ChecksItsLimits) {
 TEST(Design, NamesNodesAsShortAsTheyFit) {
   Built built("#$ PINS 3 A abc_0 " + std::string(40, 'n') + "\n.i 1\n.o 2\n.ilb A\n.ob abc_0 " +
               std::string(40, 'n') + "\n1 11\n");
-  const std::vector<Cover> term = {built.design.terms().cover(Cube("1"))};
+  const std::vector<Term> term = {built.design.terms().term(Cube("1"))};
   EXPECT_EQ(built.design.createNodeFrom(term, "ABC").name, "ABC_1");
   EXPECT_EQ(built.design.createNodeFrom(term, std::string(40, 'n')).name,
             std::string(31, 'n') + "_0");
@@ -169,14 +169,14 @@ TEST(Design, CountsReadersAndShrinksItsColumns) {
 
 TEST(TermTable, GivesEqualTermsEqualHandles) {
   TermTable terms(70);
-  const Cover far = terms.cover(Cube(std::string(69, '-') + "1"));
-  const Cover near = terms.cover(Cube("1" + std::string(69, '-')));
-  const Cover both = terms.cover(Cube("1" + std::string(68, '-') + "1"));
+  const Term far = terms.term(Cube(std::string(69, '-') + "1"));
+  const Term near = terms.term(Cube("1" + std::string(69, '-')));
+  const Term both = terms.term(Cube("1" + std::string(68, '-') + "1"));
   terms.appendColumns(100);
-  EXPECT_EQ(terms.cover(Cube("1" + std::string(169, '-'))), near);
+  EXPECT_EQ(terms.term(Cube("1" + std::string(169, '-'))), near);
   ColumnSet gone;
   gone.insert(69);
-  const std::vector<Cover> renumbered = terms.deleteColumns(gone);
+  const std::vector<Term> renumbered = terms.deleteColumns(gone);
   EXPECT_EQ(renumbered[near.index], renumbered[both.index]);
   EXPECT_EQ(terms.cube(renumbered[far.index]).literalCount(), 0U);
   EXPECT_EQ(terms.width(), 169U);
@@ -185,7 +185,7 @@ TEST(TermTable, GivesEqualTermsEqualHandles) {
     first.insert(0);
     return first;
   }());
-  EXPECT_EQ(terms.cover(Cube("0")), renumbered[near.index]);
+  EXPECT_EQ(terms.term(Cube("0")), renumbered[near.index]);
 }
 
 }  // namespace

@@ -17,16 +17,16 @@ using Texts = std::vector<std::string>;
 struct Bench {
   explicit Bench(const Texts& on, const Texts& off = {}, std::size_t columns = 0)
       : terms(std::max({columns, widthOf(on), widthOf(off)})), equation(terms, nullptr, "Y") {
-    for (const std::string& text : on) equation.addOnCover(terms.cover(Cube(text)));
-    for (const std::string& text : off) equation.addOffCover(terms.cover(Cube(text)));
+    for (const std::string& text : on) equation.addOnTerm(terms.term(Cube(text)));
+    for (const std::string& text : off) equation.addOffTerm(terms.term(Cube(text)));
     equation.extension = Extension::None;
   }
 
   static std::size_t widthOf(const Texts& texts) { return texts.empty() ? 0 : texts[0].size(); }
 
-  Texts texts(const CoverChain& chain) const {
+  Texts texts(const TermChain& chain) const {
     Texts result;
-    for (const Cover cover : chain) result.push_back(terms.cube(cover).text(terms.width()));
+    for (const Term term : chain) result.push_back(terms.cube(term).text(terms.width()));
     return result;
   }
   Texts on() const { return texts(equation.onSet()); }
@@ -36,11 +36,11 @@ struct Bench {
   Equation equation;
 };
 
-bool covers(const CoverChain& chain, const TermTable& terms, unsigned point, std::size_t width) {
+bool covers(const TermChain& chain, const TermTable& terms, unsigned point, std::size_t width) {
   Cube minterm;
   for (std::size_t c = 0; c < width; ++c) minterm.set(c, ((point >> c) & 1U) != 0 ? '1' : '0');
   return std::any_of(chain.begin(), chain.end(),
-                     [&](Cover cover) { return cubesIntersect(terms.cube(cover), minterm); });
+                     [&](Term term) { return cubesIntersect(terms.cube(term), minterm); });
 }
 
 /// The value at a point, polarity included; by the OFF set where there is no ON set.
@@ -172,7 +172,7 @@ TEST(Equation, OrdersTermsByCommonColumns) {
   };
   for (const auto& row : table) {
     Bench bench(row.chain);
-    bench.equation.orderCovers();
+    bench.equation.orderTerms();
     EXPECT_EQ(bench.on(), row.ordered);
   }
 }
@@ -217,15 +217,15 @@ TEST(Equation, OrdersTermsAsAPlainCountDoes) {
       for (char& c : term) c = random() % width < 2 ? "01"[random() % 2] : '-';
     }
     Bench bench(chain);
-    bench.equation.orderCovers();
+    bench.equation.orderTerms();
     ASSERT_EQ(bench.on(), orderPlainly(chain)) << "round " << round;
   }
 }
 
 TEST(Equation, SubstitutesANode) {
   Bench bench({"1--", "-1-", "--1"}, {"000"});
-  const CoverChain chain = bench.equation.onSet();
-  const CoverChain some(chain.begin(), chain.begin() + 2);
+  const TermChain chain = bench.equation.onSet();
+  const TermChain some(chain.begin(), chain.begin() + 2);
   EXPECT_FALSE(bench.equation.substituteNode(some, 3, Polarity::None, true));
   EXPECT_EQ(bench.on().size(), 3U);
   bench.terms.appendColumns(1);
@@ -277,7 +277,7 @@ struct RandomCase {
     for (std::size_t i = 0; i < count; ++i) {
       Cube cube;
       for (std::size_t c = 0; c < width; ++c) cube.set(c, "01-"[random() % 3]);
-      bench.equation.addOnCover(bench.terms.cover(cube));
+      bench.equation.addOnTerm(bench.terms.term(cube));
     }
     if (random() % 3 == 0) bench.equation.polarity = Polarity::Inverted;
   }
@@ -307,8 +307,8 @@ TEST(Equation, KeepsItsFunctionThroughEveryChangeOfForm) {
         e.keepSets(SetSelector::Smaller);
       },
       [](Equation& e) { e.normalizePolarity(); },
-      [](Equation& e) { e.orderCovers(); },
-      [](Equation& e) { e.dropRepeatedCovers(); },
+      [](Equation& e) { e.orderTerms(); },
+      [](Equation& e) { e.dropRepeatedTerms(); },
       [](Equation& e) {
         if (!e.reduce(SetSelector::Both) || e.offSet().empty()) return;
         e.swapSets();

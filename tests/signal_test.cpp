@@ -30,8 +30,8 @@ class SignalTest : public testing::Test {
     file.type = PlaType::fr;
     file.table(NameKind::Output).records = {name};
     ColumnSets sets;
-    for (const std::string& text : on) sets.on.push_back(terms_.cover(Cube(text)));
-    for (const std::string& text : off) sets.off.push_back(terms_.cover(Cube(text)));
+    for (const std::string& text : on) sets.on.push_back(terms_.term(Cube(text)));
+    for (const std::string& text : off) sets.off.push_back(terms_.term(Cube(text)));
     return signal.addEquation(file, 0, name, sets);
   }
 

@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "fil/pla_file.h"
-#include "run/text.h"
+#include "fil/text.h"
 
 namespace ostrel::verify {
 

@@ -7,7 +7,7 @@
 #include <optional>
 #include <string_view>
 
-#include "run/text.h"
+#include "fil/text.h"
 
 namespace ostrel::verify {
 

@@ -16,12 +16,12 @@
 
 #include "equation/equation_list.h"
 #include "fil/pla_file.h"
+#include "fil/status.h"
+#include "fil/text.h"
 #include "logic/input_column.h"
 #include "logic/signal.h"
 #include "logic/signal_list.h"
 #include "logic/term_table.h"
-#include "run/status.h"
-#include "run/text.h"
 
 namespace ostrel {
 
@@ -110,7 +110,7 @@ class Design {
 
   /// A new node with the terms as its ON set and a column at the end of the table. It is named
   /// after `baseName` and stands behind all older Signals. The terms are not empty.
-  Signal& createNodeFrom(std::span<const Cover> covers, std::string_view baseName);
+  Signal& createNodeFrom(std::span<const Term> group, std::string_view baseName);
 
  private:
   Signal* declareSignal(const PlaName& record, bool isNode);

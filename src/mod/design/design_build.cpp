@@ -28,10 +28,10 @@ std::vector<ColumnSets> readOutputPlane(const PlaFile& file, TermTable& terms) {
     const std::string_view marks = file.outputRows.row(row);
     if (marks.find_first_of("01") == std::string_view::npos) continue;
     const bool isBlank = file.inputRows.isBlank(row);
-    const Cover cover = terms.cover(isBlank ? Cube() : Cube(file.inputRows.row(row)));
+    const Term term = terms.term(isBlank ? Cube() : Cube(file.inputRows.row(row)));
     for (std::size_t k = 0; k < columns.size(); ++k) {
-      if (marks[k] == '1') columns[k].on.push_back(cover);
-      if (marks[k] == '0') columns[k].off.push_back(cover);
+      if (marks[k] == '1') columns[k].on.push_back(term);
+      if (marks[k] == '0') columns[k].off.push_back(term);
     }
   }
   return columns;

@@ -64,7 +64,7 @@ void Design::deleteColumns(const ColumnSet& gone) {
     columns_[kept++] = columns_[c];
   }
   columns_.resize(kept);
-  const std::vector<Cover> renumbered = terms_.deleteColumns(gone);
+  const std::vector<Term> renumbered = terms_.deleteColumns(gone);
   for (const auto& signal : signals_) signal->followDeletion(renumbered, newColumn);
 }
 

@@ -2,7 +2,7 @@
 #include <algorithm>
 
 #include "design/design.h"
-#include "run/console.h"
+#include "fil/console.h"
 #include "run/options.h"
 
 namespace ostrel {

@@ -20,9 +20,9 @@ std::string nodeName(std::string_view base, int n) {
 
 }  // namespace
 
-Signal& Design::createNodeFrom(std::span<const Cover> covers, std::string_view baseName) {
+Signal& Design::createNodeFrom(std::span<const Term> group, std::string_view baseName) {
   Signal& node = createBuriedNode(baseName);
-  node.fillFromCovers(covers);
+  node.fillFromTerms(group);
   if (logicListIsCurrent_) {
     logicList_.add(node);  // the newest Signal stands behind all others
   } else {

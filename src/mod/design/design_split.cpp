@@ -22,12 +22,12 @@ namespace ostrel {
 namespace {
 
 /// The first `count` distinct terms of the chain.
-CoverChain firstTerms(const CoverChain& chain, std::size_t count) {
-  CoverChain group;
+TermChain firstTerms(const TermChain& chain, std::size_t count) {
+  TermChain group;
   std::unordered_set<std::uint32_t> taken;
-  for (const Cover cover : chain) {
+  for (const Term term : chain) {
     if (group.size() == count) break;
-    if (taken.insert(cover.index).second) group.push_back(cover);
+    if (taken.insert(term.index).second) group.push_back(term);
   }
   return group;
 }
@@ -54,17 +54,17 @@ void Design::applyControlNodes(const EquationList& candidates) {
     heartMsg();
     Equation& equation = *candidates[n];
     if (isServed[n]) continue;
-    const bool hadRepeated = equation.dropRepeatedCovers();
-    const CoverChain covers = equation.onSet();
-    if (covers.size() > 1) {
+    const bool hadRepeated = equation.dropRepeatedTerms();
+    const TermChain list = equation.onSet();
+    if (list.size() > 1) {
       Signal* node = findEquivalent(equation);
-      if (node == nullptr) node = &createNodeFrom(covers, equation.name);
+      if (node == nullptr) node = &createNodeFrom(list, equation.name);
       const std::size_t column = controlColumn(*node);
       const Polarity polarity =
           columns_[column].signal->inversionCount() == 1 ? Polarity::Inverted : Polarity::None;
       for (std::size_t m = n; m < candidates.size(); ++m) {
         if (candidates[m] == node->slot(SlotLogic)) continue;
-        if (candidates[m]->substituteNode(covers, column, polarity, true)) isServed[m] = true;
+        if (candidates[m]->substituteNode(list, column, polarity, true)) isServed[m] = true;
       }
     }
     // What is left can be a constant, which doesn't count as logic.
@@ -129,11 +129,11 @@ bool Design::splitWide(const EquationList& candidates) {
     Equation& equation = *candidate;
     equation.owner->reduced = false;
     equation.owner->xorTried = false;
-    equation.orderCovers();
+    equation.orderTerms();
     const int limit = options().splitMax - (equation.xorRole == XorHalf::Right ? 1 : 0);
     while (limit > 1 && equation.onCount() > limit) {
       const auto size = static_cast<std::size_t>(groupSize(limit));
-      const CoverChain group = firstTerms(equation.onSet(), size);
+      const TermChain group = firstTerms(equation.onSet(), size);
       const Signal& node = createNodeFrom(group, equation.name);
       equation.substituteNode(group, node.columns.front(), Polarity::None, false);
       changed = true;

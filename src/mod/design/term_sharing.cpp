@@ -13,8 +13,8 @@ TermSharing::TermSharing(Design& design, int candidateLimit)
     : design_(design), candidateLimit_(candidateLimit) {
   for (Signal* signal : design.logicList()) enterCandidates(*signal);
   for (std::size_t id = 0; id < candidates_.size(); ++id) {
-    for (const Cover cover : candidates_[id]->onSet()) {
-      scores_[id] += static_cast<std::int64_t>(holders_[cover.index].size());
+    for (const Term term : candidates_[id]->onSet()) {
+      scores_[id] += static_cast<std::int64_t>(holders_[term.index].size());
     }
   }
 }
@@ -29,7 +29,7 @@ void TermSharing::enterCandidates(Signal& signal) {
     candidates_.push_back(equation);
     scores_.push_back(0);
     ++activeCount_;
-    for (const Cover cover : equation->onSet()) holders(cover).push_back(id);
+    for (const Term term : equation->onSet()) holders(term).push_back(id);
   }
 }
 
@@ -38,8 +38,8 @@ void TermSharing::addNode(Signal& node) {
   const std::size_t id = candidates_.size();
   enterCandidates(node);
   if (id == candidates_.size()) return;
-  for (const Cover cover : candidates_[id]->onSet()) {
-    const std::vector<CandidateId>& uses = holders(cover);
+  for (const Term term : candidates_[id]->onSet()) {
+    const std::vector<CandidateId>& uses = holders(term);
     for (const CandidateId holder : uses) scores_[holder] += holder == id ? 0 : 1;
     scores_[id] += static_cast<std::int64_t>(uses.size());
   }
@@ -54,7 +54,7 @@ bool TermSharing::isCandidate(const Equation& equation) const {
 void TermSharing::dropNarrow(std::span<const CandidateId> ids) {
   for (const CandidateId id : ids) {
     if (isCandidate(*candidates_[id])) continue;
-    for (const Cover cover : candidates_[id]->onSet()) dropUses(cover, {&id, 1});
+    for (const Term term : candidates_[id]->onSet()) dropUses(term, {&id, 1});
     scores_[id] = -1;
     --activeCount_;
   }
@@ -62,14 +62,14 @@ void TermSharing::dropNarrow(std::span<const CandidateId> ids) {
 
 // ---- use counts and scores ----
 
-std::vector<TermSharing::CandidateId>& TermSharing::holders(Cover cover) {
-  if (cover.index >= holders_.size()) holders_.resize(design_.terms().size());
-  return holders_[cover.index];
+std::vector<TermSharing::CandidateId>& TermSharing::holders(Term term) {
+  if (term.index >= holders_.size()) holders_.resize(design_.terms().size());
+  return holders_[term.index];
 }
 
 /// Each of the candidates, in ascending order, has one more use of the term.
-void TermSharing::addUses(Cover cover, std::span<const CandidateId> ids) {
-  std::vector<CandidateId>& uses = holders(cover);
+void TermSharing::addUses(Term term, std::span<const CandidateId> ids) {
+  std::vector<CandidateId>& uses = holders(term);
   for (const CandidateId id : uses) scores_[id] += static_cast<std::int64_t>(ids.size());
   const auto middle = static_cast<std::ptrdiff_t>(uses.size());
   uses.insert(uses.end(), ids.begin(), ids.end());
@@ -78,8 +78,8 @@ void TermSharing::addUses(Cover cover, std::span<const CandidateId> ids) {
 }
 
 /// Each of the candidates, in ascending order, has one use of the term less.
-void TermSharing::dropUses(Cover cover, std::span<const CandidateId> ids) {
-  std::vector<CandidateId>& uses = holders(cover);
+void TermSharing::dropUses(Term term, std::span<const CandidateId> ids) {
+  std::vector<CandidateId>& uses = holders(term);
   for (const CandidateId id : ids) scores_[id] -= static_cast<std::int64_t>(uses.size());
   std::vector<CandidateId> left;
   std::set_difference(uses.begin(), uses.end(), ids.begin(), ids.end(), std::back_inserter(left));
@@ -89,73 +89,73 @@ void TermSharing::dropUses(Cover cover, std::span<const CandidateId> ids) {
 
 // ---- the search ----
 
-bool TermSharing::isWorthNode(std::size_t equations, std::size_t covers) const {
+bool TermSharing::isWorthNode(std::size_t equations, std::size_t terms) const {
   const Options& set = options();
-  return equations >= static_cast<std::size_t>(std::max(set.shareMin, 0)) && covers >= 2 &&
-         covers * equations > static_cast<std::size_t>(std::max(set.clusterSize, 0));
+  return equations >= static_cast<std::size_t>(std::max(set.shareMin, 0)) && terms >= 2 &&
+         terms * equations > static_cast<std::size_t>(std::max(set.clusterSize, 0));
 }
 
 /// The term of the Equation that most candidates use; the Equation has one.
-Cover TermSharing::mostShared(const Equation& equation) const {
-  const CoverChain& chain = equation.onSet();
-  return *std::max_element(chain.begin(), chain.end(), [this](Cover a, Cover b) {
+Term TermSharing::mostShared(const Equation& equation) const {
+  const TermChain& chain = equation.onSet();
+  return *std::max_element(chain.begin(), chain.end(), [this](Term a, Term b) {
     return holders_[a.index].size() < holders_[b.index].size();
   });
 }
 
 /// The candidates that hold the term, each once, in order.
-std::vector<TermSharing::CandidateId> TermSharing::holdersOf(Cover cover) const {
-  std::vector<CandidateId> ids = holders_[cover.index];
+std::vector<TermSharing::CandidateId> TermSharing::holdersOf(Term term) const {
+  std::vector<CandidateId> ids = holders_[term.index];
   ids.erase(std::unique(ids.begin(), ids.end()), ids.end());
   return ids;
 }
 
 /// Counts how often the Equations of a level use each term; terms of the group count as absent.
-void TermSharing::countLevel(std::span<const CandidateId> level, std::span<const Cover> group) {
+void TermSharing::countLevel(std::span<const CandidateId> level, std::span<const Term> group) {
   for (const CandidateId id : level) {
-    for (const Cover cover : candidates_[id]->onSet()) levelUses_[cover.index] = 0;
+    for (const Term term : candidates_[id]->onSet()) levelUses_[term.index] = 0;
   }
   for (const CandidateId id : level) {
-    for (const Cover cover : candidates_[id]->onSet()) ++levelUses_[cover.index];
+    for (const Term term : candidates_[id]->onSet()) ++levelUses_[term.index];
   }
-  for (const Cover cover : group) levelUses_[cover.index] = 0;
+  for (const Term term : group) levelUses_[term.index] = 0;
 }
 
 /// The most shared term of the Equation that shares the most, if any term is left.
-std::optional<Cover> TermSharing::bestOfLevel(std::span<const CandidateId> level) const {
+std::optional<Term> TermSharing::bestOfLevel(std::span<const CandidateId> level) const {
   const Equation* bestEquation = nullptr;
   std::int64_t bestScore = -1;
   for (const CandidateId id : level) {
     std::int64_t score = 0;
-    for (const Cover cover : candidates_[id]->onSet()) score += levelUses_[cover.index];
+    for (const Term term : candidates_[id]->onSet()) score += levelUses_[term.index];
     if (score <= bestScore) continue;
     bestScore = score;
     bestEquation = candidates_[id];
   }
-  std::optional<Cover> best;
+  std::optional<Term> best;
   std::int64_t bestUses = 0;
-  for (const Cover cover : bestEquation->onSet()) {
-    if (levelUses_[cover.index] <= bestUses) continue;
-    best = cover;
-    bestUses = levelUses_[cover.index];
+  for (const Term term : bestEquation->onSet()) {
+    if (levelUses_[term.index] <= bestUses) continue;
+    best = term;
+    bestUses = levelUses_[term.index];
   }
   return best;
 }
 
 /// Adds the best term of the level to the group, again and again, and leaves in the level the
 /// Equations that hold the group, as long as there are two.
-void TermSharing::growGroup(std::vector<CandidateId>& level, std::vector<Cover>& group) {
+void TermSharing::growGroup(std::vector<CandidateId>& level, std::vector<Term>& group) {
   levelUses_.resize(design_.terms().size());
   countLevel(level, group);
-  while (const std::optional<Cover> cover = bestOfLevel(level)) {
-    const std::vector<CandidateId> all = holdersOf(*cover);
+  while (const std::optional<Term> term = bestOfLevel(level)) {
+    const std::vector<CandidateId> all = holdersOf(*term);
     std::vector<CandidateId> left;
     std::set_intersection(level.begin(), level.end(), all.begin(), all.end(),
                           std::back_inserter(left));
     if (left.size() < 2) return;
-    group.push_back(*cover);
+    group.push_back(*term);
     if (left.size() == level.size()) {
-      levelUses_[cover->index] = 0;  // all other counts stay
+      levelUses_[term->index] = 0;  // all other counts stay
     } else {
       level = std::move(left);
       countLevel(level, group);
@@ -168,7 +168,7 @@ bool TermSharing::shareOneGroup() {
   const auto best = std::max_element(scores_.begin(), scores_.end()) - scores_.begin();
   const Equation& equation = *candidates_[static_cast<std::size_t>(best)];
   if (equation.onSet().empty()) return false;
-  std::vector<Cover> group = {mostShared(equation)};
+  std::vector<Term> group = {mostShared(equation)};
   std::vector<CandidateId> level = holdersOf(group.front());
   if (level.size() < 2) return false;
   growGroup(level, group);
@@ -178,9 +178,9 @@ bool TermSharing::shareOneGroup() {
 }
 
 /// Gives the group a node, or takes a Signal that computes it already, and rewrites the Equations.
-void TermSharing::extractShared(std::span<const CandidateId> level, std::span<const Cover> group) {
+void TermSharing::extractShared(std::span<const CandidateId> level, std::span<const Term> group) {
   Equation shared(design_.terms(), nullptr, {});
-  for (const Cover cover : group) shared.addOnCover(cover);
+  for (const Term term : group) shared.addOnTerm(term);
   Signal* node = design_.findEquivalent(shared);
   const bool isNew = node == nullptr;
   if (isNew) node = &design_.createNodeFrom(group, "com");
@@ -194,7 +194,7 @@ void TermSharing::extractShared(std::span<const CandidateId> level, std::span<co
     equation.owner->xorTried = false;
     if (&equation != &nodeLogic) rewritten.push_back(id);
   }
-  for (const Cover cover : group) dropUses(cover, rewritten);
+  for (const Term term : group) dropUses(term, rewritten);
   for (const CandidateId id : rewritten) {
     candidates_[id]->substituteNode(group, column, nodeLogic.polarity, false);
   }

@@ -51,17 +51,17 @@ class TermSharing {
   bool isCandidate(const Equation& equation) const;
   void dropNarrow(std::span<const CandidateId> ids);
 
-  Cover mostShared(const Equation& equation) const;
-  std::vector<CandidateId> holdersOf(Cover cover) const;
-  void growGroup(std::vector<CandidateId>& level, std::vector<Cover>& group);
-  void countLevel(std::span<const CandidateId> level, std::span<const Cover> group);
-  std::optional<Cover> bestOfLevel(std::span<const CandidateId> level) const;
-  bool isWorthNode(std::size_t equations, std::size_t covers) const;
-  void extractShared(std::span<const CandidateId> level, std::span<const Cover> group);
+  Term mostShared(const Equation& equation) const;
+  std::vector<CandidateId> holdersOf(Term term) const;
+  void growGroup(std::vector<CandidateId>& level, std::vector<Term>& group);
+  void countLevel(std::span<const CandidateId> level, std::span<const Term> group);
+  std::optional<Term> bestOfLevel(std::span<const CandidateId> level) const;
+  bool isWorthNode(std::size_t equations, std::size_t terms) const;
+  void extractShared(std::span<const CandidateId> level, std::span<const Term> group);
 
-  void addUses(Cover cover, std::span<const CandidateId> ids);
-  void dropUses(Cover cover, std::span<const CandidateId> ids);
-  std::vector<CandidateId>& holders(Cover cover);
+  void addUses(Term term, std::span<const CandidateId> ids);
+  void dropUses(Term term, std::span<const CandidateId> ids);
+  std::vector<CandidateId>& holders(Term term);
 
   Design& design_;
   int candidateLimit_;

@@ -13,8 +13,8 @@ namespace {
 // complement of a wide function can be exponentially longer than the function.
 constexpr std::int64_t complexityLimit = 4096;
 
-bool isUniversal(Cover cover, const TermTable& terms) {
-  return terms.cube(cover).literalCount() == 0;
+bool isUniversal(Term term, const TermTable& terms) {
+  return terms.cube(term).literalCount() == 0;
 }
 
 }  // namespace
@@ -46,7 +46,7 @@ Status Equation::readColumn(const PlaFile& file, int column, ColumnSets sets) {
   phase = file.phaseOf(column);
   onSet_ = std::move(sets.on);
   offSet_ = std::move(sets.off);
-  if (isEmpty() && file.type == PlaType::f) addOffCover(terms_->cover(Cube()));
+  if (isEmpty() && file.type == PlaType::f) addOffTerm(terms_->term(Cube()));
   return Status::Ok;
 }
 
@@ -64,7 +64,7 @@ bool Equation::isConstant(Constant constant) const {
   }
   if (constant == Constant::Zero && !onSet_.empty()) return false;
   if (constant == Constant::One && onSet_.empty()) return false;
-  const CoverChain& chain = onSet_.empty() ? offSet_ : onSet_;
+  const TermChain& chain = onSet_.empty() ? offSet_ : onSet_;
   return chain.empty() || isUniversal(chain.front(), *terms_);
 }
 
@@ -149,9 +149,9 @@ void Equation::swapExtension() {
   }
 }
 
-void Equation::renumber(const std::vector<Cover>& renumbered) {
-  for (CoverChain* chain : {&onSet_, &offSet_}) {
-    for (Cover& cover : *chain) cover = renumbered[cover.index];
+void Equation::renumber(const std::vector<Term>& renumbered) {
+  for (TermChain* chain : {&onSet_, &offSet_}) {
+    for (Term& term : *chain) term = renumbered[term.index];
   }
 }
 

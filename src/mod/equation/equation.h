@@ -12,11 +12,11 @@
 #include <string_view>
 
 #include "fil/pla_file.h"
-#include "logic/cover_chain.h"
+#include "fil/status.h"
 #include "logic/row_merger.h"
+#include "logic/term_chain.h"
 #include "logic/term_table.h"
 #include "run/options.h"
-#include "run/status.h"
 
 namespace ostrel {
 
@@ -27,8 +27,8 @@ enum class Constant : unsigned char { Zero, One, Either };
 
 /// The two sets that the rows of a file give for one output column, in row order.
 struct ColumnSets {
-  CoverChain on;
-  CoverChain off;
+  TermChain on;
+  TermChain off;
 };
 
 class Equation {
@@ -55,13 +55,13 @@ class Equation {
   /// an empty Equation otherwise. Fatal, with a message, if a column was read before.
   Status readColumn(const PlaFile& file, int column, ColumnSets sets);
 
-  void addOnCover(Cover cover) { onSet_.push_back(cover); }
-  void addOffCover(Cover cover) { offSet_.push_back(cover); }
+  void addOnTerm(Term term) { onSet_.push_back(term); }
+  void addOffTerm(Term term) { offSet_.push_back(term); }
 
   // ---- queries ----
 
-  const CoverChain& onSet() const { return onSet_; }
-  const CoverChain& offSet() const { return offSet_; }
+  const TermChain& onSet() const { return onSet_; }
+  const TermChain& offSet() const { return offSet_; }
   int onCount() const { return static_cast<int>(onSet_.size()); }
   int offCount() const { return static_cast<int>(offSet_.size()); }
   bool isEmpty() const { return onSet_.empty() && offSet_.empty(); }
@@ -124,23 +124,23 @@ class Equation {
   // ---- columns ----
 
   /// Replaces every term by its successor after a deletion of columns.
-  void renumber(const std::vector<Cover>& renumbered);
+  void renumber(const std::vector<Term>& renumbered);
 
   // ---- splitting ----
 
   /// Rearranges both sets so that terms which read the same columns stand together; a tie goes to
   /// the term that stands first.
-  void orderCovers();
+  void orderTerms();
 
   /// Replaces the listed terms of the ON set, which are distinct and at least one, by one literal
   /// of `column`, "0" for an inverted polarity and "1" otherwise, at the end of the chain, and
   /// drops the OFF set. False, with nothing changed, if a term is missing, or with `exact` if the
   /// list isn't the whole set.
-  bool substituteNode(std::span<const Cover> list, std::size_t column, Polarity nodePolarity,
+  bool substituteNode(std::span<const Term> list, std::size_t column, Polarity nodePolarity,
                       bool exact);
 
   /// Drops the later copies of equal terms from the ON set. True if there were any.
-  bool dropRepeatedCovers();
+  bool dropRepeatedTerms();
 
   // ---- exclusive-or synthesis ----
 
@@ -161,7 +161,7 @@ class Equation {
   // Of the support only the terms that it comes from are kept: a set of columns for each Equation
   // would take columns times Equations of memory.
   struct Support {
-    CoverChain chain;
+    TermChain chain;
     std::size_t length = 0;  // columns of the design at the time
     std::uint32_t revision = 0;
   };
@@ -173,8 +173,8 @@ class Equation {
                                            XorHalf role) const;
 
   TermTable* terms_;
-  CoverChain onSet_;
-  CoverChain offSet_;
+  TermChain onSet_;
+  TermChain offSet_;
   Support support_;
 };
 

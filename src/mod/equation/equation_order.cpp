@@ -20,9 +20,9 @@
 namespace ostrel {
 namespace {
 
-class CoverOrder {
+class TermOrder {
  public:
-  CoverOrder(const CoverChain& chain, const TermTable& terms)
+  TermOrder(const TermChain& chain, const TermTable& terms)
       : chain_(chain),
         terms_(terms),
         readers_(terms.width()),
@@ -35,8 +35,8 @@ class CoverOrder {
     }
   }
 
-  CoverChain order(const ColumnSet& support) {
-    CoverChain result;
+  TermChain order(const ColumnSet& support) {
+    TermChain result;
     addColumns(support);
     while (result.size() < chain_.size()) {
       const auto next = takeBest();
@@ -106,13 +106,13 @@ class CoverOrder {
   }
 
   /// Terms without a literal have nothing in common with any: they stand behind all others.
-  void appendUnplaced(CoverChain& result) const {
+  void appendUnplaced(TermChain& result) const {
     for (std::size_t i = 0; i < chain_.size(); ++i) {
       if (!placed_[i]) result.push_back(chain_[i]);
     }
   }
 
-  const CoverChain& chain_;
+  const TermChain& chain_;
   const TermTable& terms_;
   std::vector<std::vector<std::size_t>> readers_;  // by column, places in the chain
   std::vector<int> overlap_;                       // by place: columns in common with working_
@@ -125,11 +125,11 @@ class CoverOrder {
 
 }  // namespace
 
-void Equation::orderCovers() {
-  for (CoverChain* chain : {&onSet_, &offSet_}) {
+void Equation::orderTerms() {
+  for (TermChain* chain : {&onSet_, &offSet_}) {
     if (chain->empty()) continue;
     computeSupport();
-    *chain = CoverOrder(*chain, *terms_).order(supportColumns());
+    *chain = TermOrder(*chain, *terms_).order(supportColumns());
   }
 }
 

@@ -31,10 +31,10 @@ bool Equation::workOut(SetSelector selector, bool keepsSmaller) {
   const bool wantsOff = selector != SetSelector::On;
   if (wantsOn && !onSet_.empty()) onSet_ = minimizeChain(onSet_, *terms_);
   heartMsg();
-  CoverChain off = offSet_;
+  TermChain off = offSet_;
   if (wantsOff && !off.empty()) off = minimizeChain(off, *terms_);
   if (wantsOn && onSet_.empty()) {
-    std::optional<CoverChain> on = complementChain(off, *terms_, effortWithoutSupport);
+    std::optional<TermChain> on = complementChain(off, *terms_, effortWithoutSupport);
     if (!on) return false;
     onSet_ = *std::move(on);
   }

@@ -74,7 +74,7 @@ bool Equation::bringToPlainForm() {
 std::unique_ptr<Equation> Equation::makeXorOperand(std::span<const Cube> cubes,
                                                    const ColumnMap& map, XorHalf role) const {
   auto operand = std::make_unique<Equation>(*terms_, owner, name);
-  for (const Cube& cube : cubes) operand->addOnCover(terms_->cover(map.widen(cube)));
+  for (const Cube& cube : cubes) operand->addOnTerm(terms_->term(map.widen(cube)));
   operand->extension = Extension::None;
   operand->xorRole = role;
   return operand;
@@ -93,7 +93,7 @@ bool Equation::decomposeXor(int termLimit, std::unique_ptr<Equation>& left,
 
   const ColumnMap map(support, terms_->width());
   CubeList narrow;
-  for (const Cover cover : onSet_) narrow.push_back(map.narrow(terms_->cube(cover)));
+  for (const Term term : onSet_) narrow.push_back(map.narrow(terms_->cube(term)));
   std::optional<CubeList> sum = xorCover(narrow, map.narrowWidth());
   if (!sum) return false;
   const auto length = static_cast<std::int64_t>(sum->size());

@@ -7,7 +7,7 @@
 #include <streambuf>
 #include <string>
 
-#include "run/text.h"
+#include "fil/text.h"
 
 namespace ostrel {
 

@@ -12,11 +12,11 @@
 #include <string>
 #include <vector>
 
+#include "fil/console.h"
 #include "fil/pla_name.h"
 #include "fil/pla_tables.h"
 #include "fil/row_table.h"
-#include "run/console.h"
-#include "run/status.h"
+#include "fil/status.h"
 
 namespace ostrel {
 

@@ -4,7 +4,7 @@
 #include <charconv>
 #include <ostream>
 
-#include "run/text.h"
+#include "fil/text.h"
 
 namespace ostrel {
 namespace {

@@ -8,8 +8,8 @@
 #include <string>
 #include <string_view>
 
+#include "fil/console.h"
 #include "fil/pla_tables.h"
-#include "run/console.h"
 
 namespace ostrel {
 

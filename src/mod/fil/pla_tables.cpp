@@ -1,6 +1,6 @@
 #include "fil/pla_tables.h"
 
-#include "run/text.h"
+#include "fil/text.h"
 
 namespace ostrel {
 namespace {

@@ -5,8 +5,8 @@
 #include <ctime>
 #include <ostream>
 
+#include "fil/clock.h"
 #include "fil/pla_file.h"
-#include "run/clock.h"
 
 namespace ostrel {
 namespace {

@@ -18,7 +18,7 @@ class RowMerger {
       : file_(&file), terms_(&terms), rowOf_(terms.size(), none) {}
 
   /// Sets `mark` in output column `column` of the row of each term, in chain order.
-  void writeToRows(std::span<const Cover> chain, std::size_t column, char mark);
+  void writeToRows(std::span<const Term> chain, std::size_t column, char mark);
 
  private:
   static constexpr int none = -1;

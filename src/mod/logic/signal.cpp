@@ -187,7 +187,7 @@ int Signal::logicTermCount() const {
   return logic->onSet().empty() && !hasXorPair() ? logic->offCount() : logic->onCount();
 }
 
-void Signal::followDeletion(const std::vector<Cover>& renumbered, std::span<const int> newColumn) {
+void Signal::followDeletion(const std::vector<Term>& renumbered, std::span<const int> newColumn) {
   for (const auto& equation : slots_) {
     if (equation) equation->renumber(renumbered);
   }

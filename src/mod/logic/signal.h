@@ -134,7 +134,7 @@ class Signal {
   void copyLogicFrom(const Signal& other);
 
   /// Makes the terms the ON set of SlotLogic, which is not filled yet.
-  void fillFromCovers(std::span<const Cover> covers);
+  void fillFromTerms(std::span<const Term> group);
 
   // ---- splitting ----
 
@@ -150,7 +150,7 @@ class Signal {
   // ---- columns ----
 
   /// Follows a deletion of columns: new terms by old index, new columns by old column (-1: gone).
-  void followDeletion(const std::vector<Cover>& renumbered, std::span<const int> newColumn);
+  void followDeletion(const std::vector<Term>& renumbered, std::span<const int> newColumn);
 
   // ---- export ----
 

@@ -107,7 +107,7 @@ std::optional<std::size_t> Signal::singleLiteral(std::span<const InputColumn> ta
   const Equation* logic = slot(SlotLogic);
   if (logic == nullptr) return std::nullopt;
   const bool isOn = !logic->onSet().empty();
-  const CoverChain& chain = isOn ? logic->onSet() : logic->offSet();
+  const TermChain& chain = isOn ? logic->onSet() : logic->offSet();
   if (chain.size() != 1) return std::nullopt;
   const Cube& cube = terms_->cube(chain.front());
   if (cube.literalCount() != 1) return std::nullopt;
@@ -137,10 +137,10 @@ int Signal::bestTermCount() const {
   return count;
 }
 
-void Signal::fillFromCovers(std::span<const Cover> covers) {
+void Signal::fillFromTerms(std::span<const Term> group) {
   Equation& logic = makeEquation(SlotLogic);
   logic.extension = Extension::None;
-  for (const Cover cover : covers) logic.addOnCover(cover);
+  for (const Term term : group) logic.addOnTerm(term);
 }
 
 }  // namespace ostrel

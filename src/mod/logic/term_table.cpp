@@ -4,7 +4,7 @@
 
 namespace ostrel {
 
-Cover TermTable::cover(const Cube& cube) {
+Term TermTable::term(const Cube& cube) {
   std::size_t slot = findSlot(cube);
   if (slots_[slot] == 0) {
     cubes_.push_back(cube);
@@ -14,7 +14,7 @@ Cover TermTable::cover(const Cube& cube) {
     }
     slots_[slot] = static_cast<std::uint32_t>(cubes_.size());
   }
-  return Cover{slots_[slot] - 1};
+  return Term{slots_[slot] - 1};
 }
 
 /// The slot that holds the cube, or the free one where it belongs.
@@ -33,21 +33,21 @@ void TermTable::enterAll(std::size_t slots, std::size_t cubeCount) {
   }
 }
 
-std::vector<Cover> TermTable::deleteColumns(const ColumnSet& columns) {
+std::vector<Term> TermTable::deleteColumns(const ColumnSet& columns) {
   std::vector<std::uint32_t> newColumn(width_);
   std::uint32_t next = 0;
   for (std::size_t c = 0; c < width_; ++c) newColumn[c] = columns.contains(c) ? next : next++;
 
   const std::vector<Cube> old = std::exchange(cubes_, {});
   slots_.assign(16, 0);
-  std::vector<Cover> renumbered;
+  std::vector<Term> renumbered;
   renumbered.reserve(old.size());
   for (const Cube& cube : old) {
     Cube narrower;
     cube.forEachLiteral([&](std::size_t column, char literal) {
       if (!columns.contains(column)) narrower.set(newColumn[column], literal);
     });
-    renumbered.push_back(cover(narrower));
+    renumbered.push_back(term(narrower));
   }
   width_ -= columns.size();
   ++revision_;

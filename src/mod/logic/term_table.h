@@ -1,7 +1,7 @@
 // The unique table of product terms: one entry for each cube that a design ever holds.
 //
 // Terms are compared, counted and looked up far more often than they are looked into. So each
-// distinct cube is stored once and named by a small handle, a Cover; equal terms have equal
+// distinct cube is stored once and named by a small handle, a Term; equal terms have equal
 // handles, whatever Equation they stand in. A new column at the end costs nothing, since a cube
 // stores no dashes.
 #pragma once
@@ -15,12 +15,12 @@
 
 namespace ostrel {
 
-/// One product term: a handle into the TermTable of its design. Two Covers are the same term
+/// One product term: a handle into the TermTable of its design. Two Terms are the same term
 /// exactly when they are equal.
-struct Cover {
+struct Term {
   std::uint32_t index = 0;
-  friend bool operator==(Cover, Cover) = default;
-  friend bool operator<(Cover a, Cover b) { return a.index < b.index; }
+  friend bool operator==(Term, Term) = default;
+  friend bool operator<(Term a, Term b) { return a.index < b.index; }
 };
 
 class TermTable {
@@ -29,15 +29,15 @@ class TermTable {
   explicit TermTable(std::size_t width = 0) : width_(width), slots_(16, 0) {}
 
   /// The term of a cube; equal cubes give equal terms.
-  Cover cover(const Cube& cube);
+  Term term(const Cube& cube);
 
   /// The cube of a term, valid until the next change of the table.
-  const Cube& cube(Cover cover) const { return cubes_[cover.index]; }
+  const Cube& cube(Term term) const { return cubes_[term.index]; }
 
   /// Columns of every term.
   std::size_t width() const { return width_; }
 
-  /// Number of distinct terms so far; each Cover's index is below it.
+  /// Number of distinct terms so far; each Term's index is below it.
   std::size_t size() const { return cubes_.size(); }
 
   /// Changes with the columns: what was worked out about columns holds for one revision only.
@@ -50,8 +50,8 @@ class TermTable {
   }
 
   /// Takes the given columns out of every term; the columns behind move up. Terms can become equal
-  /// by that, so all handles change: the answer holds the new Cover for each old index.
-  std::vector<Cover> deleteColumns(const ColumnSet& columns);
+  /// by that, so all handles change: the answer holds the new Term for each old index.
+  std::vector<Term> deleteColumns(const ColumnSet& columns);
 
   /// Exchanges '0' and '1' in the given columns of every term. Handles stay.
   void invertColumns(const ColumnSet& columns);

@@ -6,8 +6,8 @@
 #include <utility>
 #include <variant>
 
+#include "fil/text.h"
 #include "run/option_files.h"
-#include "run/text.h"
 
 namespace ostrel {
 namespace {

@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <fstream>
 
-#include "run/text.h"
+#include "fil/text.h"
 
 namespace ostrel {
 namespace {

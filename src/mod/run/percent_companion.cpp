@@ -3,9 +3,9 @@
 #include <fstream>
 #include <string_view>
 
+#include "fil/text.h"
 #include "run/log.h"
 #include "run/same_file.h"
-#include "run/text.h"
 
 namespace ostrel {
 

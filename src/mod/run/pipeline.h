@@ -2,7 +2,7 @@
 #pragma once
 
 #include "design/design.h"
-#include "run/status.h"
+#include "fil/status.h"
 
 namespace ostrel {
 

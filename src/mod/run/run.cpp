@@ -8,8 +8,8 @@
 #include <system_error>
 
 #include "design/design.h"
+#include "fil/clock.h"
 #include "fil/pla_file.h"
-#include "run/clock.h"
 #include "run/command_line.h"
 #include "run/heart.h"
 #include "run/help.h"

@@ -1,4 +1,4 @@
-#include "run/console.h"
+#include "fil/console.h"
 
 #include <iostream>
 

@@ -1,4 +1,4 @@
-#include "run/clock.h"
+#include "fil/clock.h"
 
 #include <array>
 

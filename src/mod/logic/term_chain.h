@@ -15,28 +15,28 @@
 
 namespace ostrel {
 
-using CoverChain = std::vector<Cover>;
+using TermChain = std::vector<Term>;
 
 /// Adds every column that a term of the chain reads to `columns`, which keeps what it has.
-void markUsedColumns(std::span<const Cover> chain, const TermTable& terms, ColumnSet& columns);
+void markUsedColumns(std::span<const Term> chain, const TermTable& terms, ColumnSet& columns);
 
-/// True if some term of the chain equals `cover`.
-bool chainHasText(std::span<const Cover> chain, Cover cover);
+/// True if some term of the chain equals `term`.
+bool contains(std::span<const Term> chain, Term term);
 
 /// True if the chains are equally long and every term of each stands in the other.
-bool sameTerms(std::span<const Cover> a, std::span<const Cover> b);
+bool sameTerms(std::span<const Term> a, std::span<const Term> b);
 
 /// The chain minimised over the columns that it uses, by joining of neighbours and subsumption;
 /// its order is that of minimizeList.
-CoverChain minimizeChain(std::span<const Cover> chain, TermTable& terms);
+TermChain minimizeChain(std::span<const Term> chain, TermTable& terms);
 
 /// What the chain doesn't cover, over the columns that it uses; empty for a tautology. None if that
 /// takes more than `effort`, as complementList counts it.
-std::optional<CoverChain> complementChain(std::span<const Cover> chain, TermTable& terms,
-                                          std::size_t effort);
+std::optional<TermChain> complementChain(std::span<const Term> chain, TermTable& terms,
+                                         std::size_t effort);
 
 /// True if complementChain is proven to give `count` terms or more; false says nothing.
-bool complementHasAtLeast(std::size_t count, std::span<const Cover> chain, const TermTable& terms);
+bool complementHasAtLeast(std::size_t count, std::span<const Term> chain, const TermTable& terms);
 
 /// From the columns of a design to those that one function uses, and back.
 class ColumnMap {

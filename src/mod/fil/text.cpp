@@ -1,4 +1,4 @@
-#include "run/text.h"
+#include "fil/text.h"
 
 #include <algorithm>
 #include <cstdint>

@@ -1,4 +1,4 @@
-#include "logic/cover_chain.h"
+#include "logic/term_chain.h"
 
 #include <algorithm>
 #include <utility>
@@ -16,39 +16,39 @@ struct NarrowChain {
   CubeList cubes;
 };
 
-NarrowChain toImplicants(std::span<const Cover> chain, const TermTable& terms) {
+NarrowChain toImplicants(std::span<const Term> chain, const TermTable& terms) {
   ColumnSet used;
   markUsedColumns(chain, terms, used);
   NarrowChain narrow{ColumnMap(used, terms.width()), {}};
   narrow.cubes.reserve(chain.size());
-  for (const Cover cover : chain) narrow.cubes.push_back(narrow.map.narrow(terms.cube(cover)));
+  for (const Term term : chain) narrow.cubes.push_back(narrow.map.narrow(terms.cube(term)));
   return narrow;
 }
 
-CoverChain fromImplicants(const CubeList& cubes, const ColumnMap& map, TermTable& terms) {
-  CoverChain chain;
+TermChain fromImplicants(const CubeList& cubes, const ColumnMap& map, TermTable& terms) {
+  TermChain chain;
   chain.reserve(cubes.size());
-  for (const Cube& cube : cubes) chain.push_back(terms.cover(map.widen(cube)));
+  for (const Cube& cube : cubes) chain.push_back(terms.term(map.widen(cube)));
   return chain;
 }
 
 }  // namespace
 
-void markUsedColumns(std::span<const Cover> chain, const TermTable& terms, ColumnSet& columns) {
-  for (const Cover cover : chain) terms.cube(cover).addSupportTo(columns);
+void markUsedColumns(std::span<const Term> chain, const TermTable& terms, ColumnSet& columns) {
+  for (const Term term : chain) terms.cube(term).addSupportTo(columns);
 }
 
-bool chainHasText(std::span<const Cover> chain, Cover cover) {
-  return std::find(chain.begin(), chain.end(), cover) != chain.end();
+bool contains(std::span<const Term> chain, Term term) {
+  return std::find(chain.begin(), chain.end(), term) != chain.end();
 }
 
-bool sameTerms(std::span<const Cover> a, std::span<const Cover> b) {
+bool sameTerms(std::span<const Term> a, std::span<const Term> b) {
   if (a.size() != b.size()) return false;
   if (std::equal(a.begin(), a.end(), b.begin())) return true;
   // Most chains of equal length differ in their first term already.
-  if (!a.empty() && !chainHasText(b, a.front())) return false;
-  const auto sorted = [](std::span<const Cover> chain) {
-    CoverChain copy(chain.begin(), chain.end());
+  if (!a.empty() && !contains(b, a.front())) return false;
+  const auto sorted = [](std::span<const Term> chain) {
+    TermChain copy(chain.begin(), chain.end());
     std::sort(copy.begin(), copy.end());
     copy.erase(std::unique(copy.begin(), copy.end()), copy.end());
     return copy;
@@ -56,7 +56,7 @@ bool sameTerms(std::span<const Cover> a, std::span<const Cover> b) {
   return sorted(a) == sorted(b);
 }
 
-CoverChain minimizeChain(std::span<const Cover> chain, TermTable& terms) {
+TermChain minimizeChain(std::span<const Term> chain, TermTable& terms) {
   NarrowChain narrow = toImplicants(chain, terms);
   const std::size_t narrowWidth = narrow.map.narrowWidth();
   const CubeList minimized = minimizeList(std::move(narrow.cubes), narrowWidth, terms.width());
@@ -64,14 +64,14 @@ CoverChain minimizeChain(std::span<const Cover> chain, TermTable& terms) {
   return fromImplicants(minimized, narrow.map, terms);
 }
 
-std::optional<CoverChain> complementChain(std::span<const Cover> chain, TermTable& terms,
-                                          std::size_t effort) {
+std::optional<TermChain> complementChain(std::span<const Term> chain, TermTable& terms,
+                                         std::size_t effort) {
   NarrowChain narrow = toImplicants(chain, terms);
   if (!complementList(narrow.cubes, narrow.map.narrowWidth(), effort)) return std::nullopt;
   return fromImplicants(narrow.cubes, narrow.map, terms);
 }
 
-bool complementHasAtLeast(std::size_t count, std::span<const Cover> chain, const TermTable& terms) {
+bool complementHasAtLeast(std::size_t count, std::span<const Term> chain, const TermTable& terms) {
   const NarrowChain narrow = toImplicants(chain, terms);
   return CoverBound(narrow.cubes, narrow.map.narrowWidth()).ofXor(Cube(), count) >= count;
 }
