@@ -137,7 +137,7 @@ class Design {
   SignalList logicList_;
   bool logicListIsCurrent_ = false;  // nothing has emptied an Equation since it was made
   std::vector<InputColumn> columns_;
-  std::unordered_map<std::string, int> nextNodeNumber_;  // by base name, upper case
+  std::unordered_map<std::string, int, NoCaseHash, NoCaseEqual> nextNodeNumber_;  // by base name
 };
 
 }  // namespace ostrel

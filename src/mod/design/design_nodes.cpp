@@ -46,7 +46,7 @@ Signal& Design::createBuriedNode(std::string_view baseName) {
 /// the search goes on behind the last number that it gave out for a base.
 std::string Design::makeNodeName(std::string_view baseName) {
   const std::string_view base = baseName.substr(0, maxBaseLength);
-  int& number = nextNodeNumber_[toUpper(base)];
+  int& number = nextNodeNumber_[std::string(base)];
   std::string name = nodeName(base, number);
   while (findSignal(name) != nullptr) name = nodeName(base, ++number);
   return name;

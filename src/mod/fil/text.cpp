@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstdint>
 
+#include "minimizer/hash_key.h"
+
 namespace ostrel {
 
 std::string toUpper(std::string_view text) {
@@ -38,11 +40,11 @@ int compareNoCase(std::string_view a, std::string_view b) {
 }
 
 std::size_t NoCaseHash::operator()(std::string_view text) const {
-  std::uint64_t h = 0xCBF29CE484222325;  // FNV-1a
-  for (const char c : text) {
-    h = (h ^ static_cast<unsigned char>(toUpper(c))) * 0x100000001B3;
-  }
-  return static_cast<std::size_t>(h);
+  // A polynomial in a secret odd number, its high bits folded into the low ones that tables use.
+  static const std::uint64_t factor = hashFactor(0);
+  std::uint64_t h = hashKey;
+  for (const char c : text) h = (h + static_cast<unsigned char>(toUpper(c))) * factor;
+  return static_cast<std::size_t>(mixBits(h));
 }
 
 }  // namespace ostrel

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "minimizer/hash_key.h"
+
 namespace ostrel {
 
 Cube::Cube(std::string_view text) {
@@ -75,8 +77,8 @@ void Cube::grow(std::size_t blockCount) {
 
 std::size_t Cube::hash() const {
   // Multiply and fold, word by word; blocks without a literal leave the hash as it is.
-  constexpr std::uint64_t factor = 0x9E3779B97F4A7C15;
-  std::uint64_t h = 0;
+  static const std::uint64_t factor = hashFactor(0);
+  std::uint64_t h = hashKey;
   for (std::size_t i = 0; i < blockCount_; ++i) {
     const Block b = block(i);
     if (b.care == 0) continue;

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "minimizer/cube.h"
+#include "minimizer/hash_key.h"
 
 namespace ostrel {
 
@@ -21,15 +22,9 @@ struct HashFactors {
   std::uint64_t value;
 };
 
-/// Mixed from the block's number, so that blocks cannot stand in for one another.
+/// Drawn from the secret by the block's number, so that blocks cannot stand in for one another.
 inline HashFactors hashFactors(std::size_t block) {
-  const auto mix = [](std::uint64_t x) {
-    x = (x ^ (x >> 30)) * 0xBF58476D1CE4E5B9;
-    x = (x ^ (x >> 27)) * 0x94D049BB133111EB;
-    return (x ^ (x >> 31)) | 1U;
-  };
-  const std::uint64_t seed = (2 * block + 1) * 0x9E3779B97F4A7C15;
-  return {mix(seed), mix(seed + 0x9E3779B97F4A7C15)};
+  return {hashFactor(2 * block), hashFactor(2 * block + 1)};
 }
 
 /// The hash of the places of the literals, whatever their sense.
