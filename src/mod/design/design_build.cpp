@@ -1,4 +1,5 @@
 // From the tables of a file to a design: Signals, their Equations, the column table.
+#include <algorithm>
 #include <utility>
 
 #include "design/design.h"
@@ -11,6 +12,15 @@ namespace {
 /// The functions of the file: its output columns, or none if no names say what they are.
 int functionCount(const PlaFile& file) {
   return file.table(NameKind::Output).exists ? file.count(NameKind::Output) : 0;
+}
+
+/// What a run may spend on sets of functions that are wider than the complexity limit should let
+/// through: enough for two of the widest, and for more in step with the size of the file.
+std::size_t reserveFor(const PlaFile& file) {
+  const auto rows = static_cast<std::size_t>(std::max(file.termCount, 0));
+  const auto columns =
+      static_cast<std::size_t>(file.count(NameKind::Input) + file.count(NameKind::Output));
+  return (std::size_t{1} << 32U) + (rows * columns << 14U);
 }
 
 /// The terms of every output column, each column's in row order. One walk over the rows serves all
@@ -44,7 +54,9 @@ Design::Design(const PlaFile& source)
       plaType_(source.type),
       terms_(source.table(NameKind::Input).exists
                  ? static_cast<std::size_t>(source.count(NameKind::Input))
-                 : 0) {}
+                 : 0) {
+  terms_.reserve() = Effort(reserveFor(source));
+}
 
 Status Design::build() {
   if (sourcePla_.count(NameKind::Pin) == 0) {

@@ -11,7 +11,7 @@ namespace {
 
 // A missing set is worked out only up to this measure (columns in use squared, times terms): the
 // complement of a wide function can be exponentially longer than the function.
-constexpr std::int64_t complexityLimit = 4096;
+constexpr std::size_t complexityLimit = 4096;
 
 bool isUniversal(Term term, const TermTable& terms) {
   return terms.cube(term).literalCount() == 0;
@@ -68,9 +68,12 @@ bool Equation::isConstant(Constant constant) const {
   return chain.empty() || isUniversal(chain.front(), *terms_);
 }
 
+bool Equation::exceedsLimit(std::size_t columns, std::size_t terms) {
+  return columns * columns * terms > complexityLimit;
+}
+
 bool Equation::isTooComplex() const {
-  const auto columns = static_cast<std::int64_t>(supportColumns().size());
-  return columns * columns * (onCount() + offCount()) > complexityLimit;
+  return exceedsLimit(supportColumns().size(), onSet_.size() + offSet_.size());
 }
 
 bool Equation::sameFunction(const Equation& other) const {

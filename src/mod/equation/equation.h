@@ -167,6 +167,8 @@ class Equation {
   };
   bool hasSupport() const;
   ColumnSet supportColumns() const;
+  static bool exceedsLimit(std::size_t columns, std::size_t terms);
+  std::optional<TermChain> complementOf(const TermChain& chain) const;
   bool workOut(SetSelector selector, bool keepsSmaller);
   bool bringToPlainForm();
   std::unique_ptr<Equation> makeXorOperand(std::span<const Cube> cubes, const ColumnMap& map,

@@ -1,4 +1,7 @@
 // Minimising the sets of an Equation and working a missing one out.
+#include <algorithm>
+#include <utility>
+
 #include "equation/equation.h"
 #include "minimizer/sum_of_products.h"
 #include "run/heart.h"
@@ -6,9 +9,9 @@
 namespace ostrel {
 namespace {
 
-// An Equation without an ON set has no support, and so isTooComplex lets it pass. A complement
-// beyond this effort would take seconds.
-constexpr std::size_t effortWithoutSupport = std::size_t{1} << 31U;
+// The most steps that the complement of one function may take, about a second. What isTooComplex
+// lets through needs less than a tenth of it, where the support is that of the set in hand.
+constexpr std::size_t effortOfOne = std::size_t{1} << 31U;
 
 }  // namespace
 
@@ -21,6 +24,20 @@ void Equation::reduceToSmaller(SetSelector selector) {
   keepSets(SetSelector::Smaller);
 }
 
+/// The complement of a set. The support may be that of another set, or there may be none, so a set
+/// that is wider than any that the limit lets through draws on what the run has for such sets.
+std::optional<TermChain> Equation::complementOf(const TermChain& chain) const {
+  ColumnSet columns;
+  ostrel::markUsedColumns(chain, *terms_, columns);
+  Effort& reserve = terms_->reserve();
+  const bool isWide = exceedsLimit(columns.size(), chain.size());
+  const std::size_t most = isWide ? std::min(effortOfOne, reserve.left()) : effortOfOne;
+  Effort effort(most);
+  std::optional<TermChain> complement = complementChain(chain, *terms_, effort);
+  if (isWide) reserve.spend(most - effort.left());
+  return complement;
+}
+
 bool Equation::workOut(SetSelector selector, bool keepsSmaller) {
   if (isConstant(Constant::Either) || isEmpty()) return true;
   if (!hasSupport()) computeSupport();
@@ -29,20 +46,19 @@ bool Equation::workOut(SetSelector selector, bool keepsSmaller) {
 
   const bool wantsOn = selector != SetSelector::Off;
   const bool wantsOff = selector != SetSelector::On;
-  if (wantsOn && !onSet_.empty()) onSet_ = minimizeChain(onSet_, *terms_);
+  std::optional<TermChain> on = onSet_;
+  if (wantsOn && !on->empty()) on = minimizeChain(*on, *terms_);
   heartMsg();
-  TermChain off = offSet_;
-  if (wantsOff && !off.empty()) off = minimizeChain(off, *terms_);
-  if (wantsOn && onSet_.empty()) {
-    std::optional<TermChain> on = complementChain(off, *terms_, effortWithoutSupport);
-    if (!on) return false;
-    onSet_ = *std::move(on);
+  std::optional<TermChain> off = offSet_;
+  if (wantsOff && !off->empty()) off = minimizeChain(*off, *terms_);
+  if (wantsOn && on->empty()) on = complementOf(*off);
+  if (wantsOff && on && off->empty()) {
+    const bool wouldGoAgain = keepsSmaller && complementHasAtLeast(on->size(), *on, *terms_);
+    if (!wouldGoAgain) off = complementOf(*on);
   }
-  if (wantsOff && off.empty()) {
-    const bool wouldGoAgain = keepsSmaller && complementHasAtLeast(onSet_.size(), onSet_, *terms_);
-    if (!wouldGoAgain) off = *complementChain(onSet_, *terms_, unlimited);
-  }
-  offSet_ = std::move(off);
+  if (!on || !off) return false;
+  onSet_ = *std::move(on);
+  offSet_ = *std::move(off);
   return true;
 }
 

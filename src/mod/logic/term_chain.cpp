@@ -65,7 +65,7 @@ TermChain minimizeChain(std::span<const Term> chain, TermTable& terms) {
 }
 
 std::optional<TermChain> complementChain(std::span<const Term> chain, TermTable& terms,
-                                         std::size_t effort) {
+                                         Effort& effort) {
   NarrowChain narrow = toImplicants(chain, terms);
   if (!complementList(narrow.cubes, narrow.map.narrowWidth(), effort)) return std::nullopt;
   return fromImplicants(narrow.cubes, narrow.map, terms);

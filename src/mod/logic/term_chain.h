@@ -12,6 +12,7 @@
 
 #include "logic/term_table.h"
 #include "minimizer/column_set.h"
+#include "minimizer/effort.h"
 
 namespace ostrel {
 
@@ -31,9 +32,9 @@ bool sameTerms(std::span<const Term> a, std::span<const Term> b);
 TermChain minimizeChain(std::span<const Term> chain, TermTable& terms);
 
 /// What the chain doesn't cover, over the columns that it uses; empty for a tautology. None if that
-/// takes more than `effort`, as complementList counts it.
+/// takes more than the effort, as complementList spends it.
 std::optional<TermChain> complementChain(std::span<const Term> chain, TermTable& terms,
-                                         std::size_t effort);
+                                         Effort& effort);
 
 /// True if complementChain is proven to give `count` terms or more; false says nothing.
 bool complementHasAtLeast(std::size_t count, std::span<const Term> chain, const TermTable& terms);

@@ -12,6 +12,7 @@
 
 #include "minimizer/column_set.h"
 #include "minimizer/cube.h"
+#include "minimizer/effort.h"
 
 namespace ostrel {
 
@@ -49,6 +50,10 @@ class TermTable {
     ++revision_;
   }
 
+  /// The steps that the run still has for working out sets of functions that are wider than the
+  /// complexity limit lets through; without a bound until one is granted.
+  Effort& reserve() { return reserve_; }
+
   /// Takes the given columns out of every term; the columns behind move up. Terms can become equal
   /// by that, so all handles change: the answer holds the new Term for each old index.
   std::vector<Term> deleteColumns(const ColumnSet& columns);
@@ -62,6 +67,7 @@ class TermTable {
 
   std::size_t width_;
   std::uint32_t revision_ = 0;
+  Effort reserve_;
   std::vector<Cube> cubes_;
   std::vector<std::uint32_t> slots_;  // open addressing, a power of two; index + 1, or 0 for free
 };

@@ -13,8 +13,8 @@
 // the others are a tautology, all are), or where some cube has no other literal (only the opposite
 // value is still in question). When no column can be settled, the question is split on a column,
 // and both halves must be tautologies. Each split removes a column, so at most `width` halves wait,
-// and their memory is there from the start. The cost is exponential in the worst case, a few passes
-// over the columns in most, whatever the order of the cubes.
+// and their memory is there from the start. The cost is exponential in the worst case, which is why
+// the work is counted, a few passes over the columns in most, whatever the order of the cubes.
 #include "minimizer/coverage.h"
 
 #include <algorithm>
@@ -77,7 +77,7 @@ void Coverage::add(const C& cube) {
 }
 
 template <PackedCube C>
-bool Coverage::isCovered(const C& cube, std::size_t number) {
+bool Coverage::isCovered(const C& cube, std::size_t number, Effort& effort) {
   const Question first = question(0);
   std::copy(cubes_.begin(), cubes_.end(), first.cubes);
   first.cubes[number / 64] &= ~(Word{1} << (number % 64));
@@ -95,7 +95,7 @@ bool Coverage::isCovered(const C& cube, std::size_t number) {
   std::size_t open = 1;
   while (open > 0) {
     const Question last = question(open - 1);
-    const Verdict verdict = judge(last);
+    const Verdict verdict = judge(last, effort);
     if (verdict == Verdict::Uncovered) return false;
     if (verdict == Verdict::Covered) {
       --open;
@@ -107,8 +107,9 @@ bool Coverage::isCovered(const C& cube, std::size_t number) {
 }
 
 // Settles columns until there is none to settle.
-Coverage::Verdict Coverage::judge(Question open) {
+Coverage::Verdict Coverage::judge(Question open, Effort& effort) {
   while (true) {
+    if (!effort.spend(literals_.size())) return Verdict::Uncovered;
     if (!meet(open.cubes, open.cubes, words_)) return Verdict::Uncovered;
     const bool hasChanged = look(open);
     Word universal = 0;
@@ -194,7 +195,7 @@ void Coverage::split(Question open, Question next) {
 
 template void Coverage::add(const Cube&);
 template void Coverage::add(const NarrowCube&);
-template bool Coverage::isCovered(const Cube&, std::size_t);
-template bool Coverage::isCovered(const NarrowCube&, std::size_t);
+template bool Coverage::isCovered(const Cube&, std::size_t, Effort&);
+template bool Coverage::isCovered(const NarrowCube&, std::size_t, Effort&);
 
 }  // namespace ostrel

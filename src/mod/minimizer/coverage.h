@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "minimizer/cube.h"
+#include "minimizer/effort.h"
 
 namespace ostrel {
 
@@ -24,9 +25,11 @@ class Coverage {
   /// Takes the cube of a number out.
   void remove(std::size_t number) { cubes_[number / 64] &= ~(Word{1} << (number % 64)); }
 
-  /// True if every point of `cube`, which has this number, lies in another cube of the list.
+  /// True if every point of `cube`, which has this number, lies in another cube of the list. Each
+  /// look at the literals of the cubes spends a step for each word that it reads; false, whatever
+  /// the answer would be, once the effort is spent.
   template <PackedCube C>
-  bool isCovered(const C& cube, std::size_t number);
+  bool isCovered(const C& cube, std::size_t number, Effort& effort);
 
  private:
   using Word = std::uint64_t;
@@ -46,7 +49,7 @@ class Coverage {
     return literals_.data() + (2 * column + (isOne ? 1 : 0)) * words_;
   }
 
-  Verdict judge(Question open);
+  Verdict judge(Question open, Effort& effort);
   bool look(Question open);
   Verdict settleLone(Question open);
   void split(Question open, Question next);

@@ -290,7 +290,7 @@ void CubeGroups<C>::keepUniversalAlone() {
 }
 
 template <PackedCube C>
-void CubeGroups<C>::dropRedundant() {
+void CubeGroups<C>::dropRedundant(Effort& effort) {
   const std::size_t end = std::min(highest_ + 1, width());
   std::size_t count = 0;
   for (std::size_t d = lowest_; d < end; ++d) count += groups_[d].size();
@@ -298,19 +298,20 @@ void CubeGroups<C>::dropRedundant() {
   if constexpr (std::is_same_v<C, NarrowCube>) {
     if (count <= RowCoverage::capacity) {
       rowCoverage_.reset();
-      dropCovered(rowCoverage_, end, count);
+      dropCovered(rowCoverage_, end, count, effort);
       return;
     }
   }
   coverage_.reset(width(), count);
-  dropCovered(coverage_, end, count);
+  dropCovered(coverage_, end, count, effort);
 }
 
 // The cubes are numbered from the most dashes down, so that when the walk goes up, the groups that
 // no longer help are the last numbers.
 template <PackedCube C>
 template <class AnyCoverage>
-void CubeGroups<C>::dropCovered(AnyCoverage& coverage, std::size_t end, std::size_t count) {
+void CubeGroups<C>::dropCovered(AnyCoverage& coverage, std::size_t end, std::size_t count,
+                                Effort& effort) {
   for (std::size_t d = end; d-- > lowest_;) {
     for (const C& cube : groups_[d]) coverage.add(cube);
   }
@@ -318,7 +319,7 @@ void CubeGroups<C>::dropCovered(AnyCoverage& coverage, std::size_t end, std::siz
     count -= groups_[d].size();
     std::size_t number = count;
     std::erase_if(groups_[d], [&](const C& cube) {
-      const bool isRedundant = coverage.isCovered(cube, number);
+      const bool isRedundant = coverage.isCovered(cube, number, effort);
       if (isRedundant) coverage.remove(number);
       ++number;
       return isRedundant;

@@ -51,8 +51,9 @@ class CubeGroups {
   void expandGroups();
 
   /// Removes, group by group and in order, each cube that the remaining cubes with as many or
-  /// more dashes cover. The universal cube neither goes nor helps. The function stays the same.
-  void dropRedundant();
+  /// more dashes cover, as far as the effort goes. The universal cube neither goes nor helps. The
+  /// function stays the same.
+  void dropRedundant(Effort& effort);
 
  private:
   using Group = std::vector<C>;
@@ -72,7 +73,7 @@ class CubeGroups {
   void indexExpanders(std::size_t dashes);
   std::size_t indexedExpander(const C& cube, const Group& larger) const;
   template <class AnyCoverage>
-  void dropCovered(AnyCoverage& coverage, std::size_t end, std::size_t count);
+  void dropCovered(AnyCoverage& coverage, std::size_t end, std::size_t count, Effort& effort);
   void eraseGone(Group& group);
 
   // All cubes stand in the groups lowest_ to highest_; the lists are short, and most groups empty.

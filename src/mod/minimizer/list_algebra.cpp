@@ -18,12 +18,31 @@ namespace ostrel {
 
 template <PackedCube C>
 void ListAlgebra<C>::simplify(List& list) {
-  if (list.size() < 2) return;
+  Effort unbounded;
+  simplify(list, unbounded);
+}
+
+template <PackedCube C>
+void ListAlgebra<C>::sharp(List& list, std::span<const C> taken) {
+  Effort unbounded;
+  sharp(list, taken, unbounded);
+}
+
+template <PackedCube C>
+void ListAlgebra<C>::complement(List& list) {
+  Effort unbounded;
+  complement(list, unbounded);
+}
+
+template <PackedCube C>
+bool ListAlgebra<C>::simplify(List& list, Effort& effort) {
+  if (list.size() < 2) return true;
   groups_.groupByDashes(list);
   groups_.expandGroups();
   groups_.mergeGroups(groups_.width());
-  groups_.dropRedundant();
+  groups_.dropRedundant(effort);
   groups_.flattenGroups(list);
+  return !effort.isSpent();
 }
 
 template <PackedCube C>
@@ -34,20 +53,19 @@ void ListAlgebra<C>::merge(List& list) {
   groups_.flattenGroups(list);
 }
 
+// The merging of a list costs at most a step for each pair of its cubes.
 template <PackedCube C>
-bool ListAlgebra<C>::sharp(List& list, std::span<const C> taken, std::size_t effort) {
+bool ListAlgebra<C>::sharp(List& list, std::span<const C> taken, Effort& effort) {
   std::size_t merged = 0;
   for (const C& cube : taken) {
     if (list.empty()) return true;
     sharpOne(list, cube);
-    const std::size_t pairs = list.size() * list.size();
-    if (pairs > effort) return false;
-    effort -= pairs;
+    if (!effort.spend(list.size() * list.size())) return false;
     if (merged < 3) {
       merge(list);
       ++merged;
     } else {
-      simplify(list);
+      if (!simplify(list, effort)) return false;
       merged = 0;
     }
   }
@@ -66,12 +84,11 @@ void ListAlgebra<C>::sharpOne(List& list, const C& taken) {
 }
 
 template <PackedCube C>
-bool ListAlgebra<C>::complement(List& list, std::size_t effort) {
+bool ListAlgebra<C>::complement(List& list, Effort& effort) {
   if (list.empty()) return true;
   List rest(1);
-  if (!sharp(rest, list, effort)) return false;
+  if (!sharp(rest, list, effort) || !simplify(rest, effort)) return false;
   list = std::move(rest);
-  simplify(list);
   return true;
 }
 

@@ -3,16 +3,13 @@
 #pragma once
 
 #include <cstddef>
-#include <limits>
 #include <span>
 #include <vector>
 
 #include "minimizer/cube_groups.h"
+#include "minimizer/effort.h"
 
 namespace ostrel {
-
-/// No bound on an effort.
-inline constexpr std::size_t unlimited = std::numeric_limits<std::size_t>::max();
 
 /// The operations on lists of one width. sum_of_products.h says what they do to their lists.
 template <PackedCube C>
@@ -22,13 +19,15 @@ class ListAlgebra {
  public:
   explicit ListAlgebra(std::size_t width) : groups_(width) {}
 
+  /// Without an effort there is no bound. Where the effort ends, the list of simplify stands for
+  /// the same function, that of sharp is somewhere in between, and complement leaves it unchanged;
+  /// the answer is false then.
   void simplify(List& list);
-
-  /// False, with the list in between, once the steps had more pairs of cubes to merge than the
-  /// effort.
-  bool sharp(List& list, std::span<const C> taken, std::size_t effort = unlimited);
-
-  bool complement(List& list, std::size_t effort = unlimited);
+  bool simplify(List& list, Effort& effort);
+  void sharp(List& list, std::span<const C> taken);
+  bool sharp(List& list, std::span<const C> taken, Effort& effort);
+  void complement(List& list);
+  bool complement(List& list, Effort& effort);
 
  private:
   void sharpOne(List& list, const C& taken);

@@ -11,7 +11,7 @@
 
 namespace ostrel {
 
-bool RowCoverage::isCovered(const NarrowCube& narrow, std::size_t number) {
+bool RowCoverage::isCovered(const NarrowCube& narrow, std::size_t number, Effort& effort) {
   const Row cube = narrow.block(0);
   open_.clear();
   for (std::uint64_t rest = present_ & ~(std::uint64_t{1} << number); rest != 0; rest &= rest - 1) {
@@ -21,14 +21,14 @@ bool RowCoverage::isCovered(const NarrowCube& narrow, std::size_t number) {
     if (cofactor.care == 0) return true;
     open_.push_back(cofactor);
   }
-  return isTautology();
+  return isTautology(effort);
 }
 
-bool RowCoverage::isTautology() {
+bool RowCoverage::isTautology(Effort& effort) {
   begins_.assign(1, 0);
   while (!begins_.empty()) {
     const std::size_t begin = begins_.back();
-    switch (judge(begin)) {
+    switch (judge(begin, effort)) {
       case Verdict::Uncovered:
         return false;
       case Verdict::Covered:
@@ -44,8 +44,8 @@ bool RowCoverage::isTautology() {
 }
 
 // Settles columns of the last question until there is none to settle.
-RowCoverage::Verdict RowCoverage::judge(std::size_t begin) {
-  while (open_.size() > begin) {
+RowCoverage::Verdict RowCoverage::judge(std::size_t begin, Effort& effort) {
+  while (open_.size() > begin && effort.spend(open_.size() - begin)) {
     Row any;   // the literals of all cubes: "1" in value, "0" in care
     Row lone;  // likewise those of cubes with a single literal
     for (std::size_t i = begin; i < open_.size(); ++i) {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "minimizer/cube.h"
+#include "minimizer/effort.h"
 
 namespace ostrel {
 
@@ -31,15 +32,17 @@ class RowCoverage {
   /// Takes the cube of a number out.
   void remove(std::size_t number) { present_ &= ~(std::uint64_t{1} << number); }
 
-  /// True if every point of `cube`, which has this number, lies in another cube of the list.
-  bool isCovered(const NarrowCube& cube, std::size_t number);
+  /// True if every point of `cube`, which has this number, lies in another cube of the list. Each
+  /// pass over the cubes of a question spends a step for each of them; false, whatever the answer
+  /// would be, once the effort is spent.
+  bool isCovered(const NarrowCube& cube, std::size_t number, Effort& effort);
 
  private:
   using Row = Cube::Block;
   enum class Verdict { Covered, Uncovered, Open };
 
-  bool isTautology();
-  Verdict judge(std::size_t begin);
+  bool isTautology(Effort& effort);
+  Verdict judge(std::size_t begin, Effort& effort);
   void split(std::size_t begin);
 
   std::vector<Row> rows_;

@@ -48,7 +48,12 @@ void sharpList(CubeList& list, std::span<const Cube> taken, std::size_t width) {
   widen(light, list);
 }
 
-bool complementList(CubeList& list, std::size_t width, std::size_t effort) {
+void complementList(CubeList& list, std::size_t width) {
+  Effort unbounded;
+  complementList(list, width, unbounded);
+}
+
+bool complementList(CubeList& list, std::size_t width, Effort& effort) {
   bool isDone = false;
   onLightCubes(list, width, [&]<PackedCube C>(std::vector<C>& cubes) {
     isDone = ListAlgebra<C>(width).complement(cubes, effort);

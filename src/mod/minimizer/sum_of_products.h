@@ -10,7 +10,7 @@
 #include <span>
 
 #include "minimizer/cube_list.h"
-#include "minimizer/list_algebra.h"
+#include "minimizer/effort.h"
 
 namespace ostrel {
 
@@ -33,8 +33,10 @@ void sharpList(CubeList& list, std::span<const Cube> taken, std::size_t width);
 
 /// Replaces the list by its complement over `width` columns, the simplified sharp product of the
 /// universal cube and the list. A tautology becomes empty, and an empty list *stays empty*:
-/// callers test for that case first. The answer is false, and the list unchanged, once the steps
-/// had more than `effort` pairs of cubes to merge.
-bool complementList(CubeList& list, std::size_t width, std::size_t effort = unlimited);
+/// callers test for that case first. The steps spend the effort: the pairs of cubes that they
+/// merge, and the looks at cubes that may be redundant. The answer is false, and the list
+/// unchanged, where the effort is not enough.
+bool complementList(CubeList& list, std::size_t width, Effort& effort);
+void complementList(CubeList& list, std::size_t width);
 
 }  // namespace ostrel
