@@ -119,27 +119,45 @@ void TermSharing::countLevel(std::span<const CandidateId> level, std::span<const
     for (const Term term : candidates_[id]->onSet()) ++levelUses_[term.index];
   }
   for (const Term term : group) levelUses_[term.index] = 0;
+  members_.clear();
+  for (const CandidateId id : level) {
+    Member& member = members_.emplace_back();
+    for (const Term term : candidates_[id]->onSet()) member.score += levelUses_[term.index];
+  }
 }
 
-/// The most shared term of the Equation that shares the most, if any term is left.
-std::optional<Term> TermSharing::bestOfLevel(std::span<const CandidateId> level) const {
-  const Equation* bestEquation = nullptr;
-  std::int64_t bestScore = -1;
-  for (const CandidateId id : level) {
-    std::int64_t score = 0;
-    for (const Term term : candidates_[id]->onSet()) score += levelUses_[term.index];
-    if (score <= bestScore) continue;
-    bestScore = score;
-    bestEquation = candidates_[id];
+/// The terms of the Equation, those with the most uses in the level first.
+std::vector<Term> TermSharing::byUses(const Equation& equation) const {
+  std::vector<Term> terms = equation.onSet();
+  std::stable_sort(terms.begin(), terms.end(),
+                   [this](Term a, Term b) { return levelUses_[a.index] > levelUses_[b.index]; });
+  return terms;
+}
+
+/// The most shared term of the Equation that shares the most, if any term is left. Until the next
+/// count a term can only be taken, so what was passed over once is never looked at again.
+std::optional<Term> TermSharing::bestOfLevel(std::span<const CandidateId> level) {
+  const auto fewer = [](const Member& a, const Member& b) { return a.score < b.score; };
+  const auto best = std::max_element(members_.begin(), members_.end(), fewer);
+  if (best->terms.empty()) {
+    best->terms = byUses(*candidates_[level[static_cast<std::size_t>(best - members_.begin())]]);
   }
-  std::optional<Term> best;
-  std::int64_t bestUses = 0;
-  for (const Term term : bestEquation->onSet()) {
-    if (levelUses_[term.index] <= bestUses) continue;
-    best = term;
-    bestUses = levelUses_[term.index];
+  while (best->next < best->terms.size()) {
+    const Term term = best->terms[best->next];
+    if (levelUses_[term.index] > 0) return term;
+    ++best->next;
   }
-  return best;
+  return std::nullopt;
+}
+
+/// The term joins the group; every Equation of the level holds it.
+void TermSharing::takeTerm(Term term, std::span<const CandidateId> level) {
+  const std::vector<CandidateId>& uses = holders_[term.index];
+  for (std::size_t i = 0; i < level.size(); ++i) {
+    const auto [first, last] = std::equal_range(uses.begin(), uses.end(), level[i]);
+    members_[i].score -= (last - first) * levelUses_[term.index];
+  }
+  levelUses_[term.index] = 0;
 }
 
 /// Adds the best term of the level to the group, again and again, and leaves in the level the
@@ -155,7 +173,7 @@ void TermSharing::growGroup(std::vector<CandidateId>& level, std::vector<Term>& 
     if (left.size() < 2) return;
     group.push_back(*term);
     if (left.size() == level.size()) {
-      levelUses_[term->index] = 0;  // all other counts stay
+      takeTerm(*term, level);  // all other counts stay
     } else {
       level = std::move(left);
       countLevel(level, group);

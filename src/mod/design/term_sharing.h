@@ -55,7 +55,9 @@ class TermSharing {
   std::vector<CandidateId> holdersOf(Term term) const;
   void growGroup(std::vector<CandidateId>& level, std::vector<Term>& group);
   void countLevel(std::span<const CandidateId> level, std::span<const Term> group);
-  std::optional<Term> bestOfLevel(std::span<const CandidateId> level) const;
+  std::vector<Term> byUses(const Equation& equation) const;
+  std::optional<Term> bestOfLevel(std::span<const CandidateId> level);
+  void takeTerm(Term term, std::span<const CandidateId> level);
   bool isWorthNode(std::size_t equations, std::size_t terms) const;
   void extractShared(std::span<const CandidateId> level, std::span<const Term> group);
 
@@ -70,7 +72,15 @@ class TermSharing {
       scores_;  // by candidate: use counts of its terms added up, -1 if it left
   int activeCount_ = 0;
   std::vector<std::vector<CandidateId>> holders_;  // by term: one entry for each use, ascending
-  std::vector<std::int64_t> levelUses_;            // by term, for the present level
+
+  /// What is known of an Equation of the present level.
+  struct Member {
+    std::int64_t score = 0;   // uses of its terms in the level, added up
+    std::vector<Term> terms;  // those with the most uses first; empty until it is the best
+    std::size_t next = 0;     // terms before this place have been taken
+  };
+  std::vector<std::int64_t> levelUses_;  // by term, for the present level
+  std::vector<Member> members_;          // in the order of the level
 };
 
 }  // namespace ostrel
