@@ -7,7 +7,6 @@
 #include <iostream>
 #include <system_error>
 
-#include "design/design.h"
 #include "fil/clock.h"
 #include "fil/pla_file.h"
 #include "run/command_line.h"
@@ -53,9 +52,9 @@ int runOptimizer() {
     return exitFile;
   }
   heartMsg();
-  Design design(source);
-  if (runPipeline(design) != Status::Ok) return exitDesign;
-  design.targetPla.write(output);
+  Run run(source);
+  if (runPipeline(run) != Status::Ok) return exitDesign;
+  run.target.write(output);
   return 0;
 }
 
