@@ -40,7 +40,7 @@ int failToWrite(const std::string& name) {
 }
 
 Status readSource(std::istream& input, PlaFile& source) {
-  OrderedConsole console;
+  OrderedConsole console(standardConsole());
   return source.read(input, console.streams());
 }
 
