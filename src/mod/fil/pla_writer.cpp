@@ -2,7 +2,6 @@
 // format that the next tool reads.
 #include <algorithm>
 #include <array>
-#include <ctime>
 #include <ostream>
 
 #include "fil/clock.h"
@@ -107,7 +106,7 @@ void writeTerms(std::ostream& stream, const PlaFile& file) {
 void PlaFile::write(std::ostream& stream) {
   static constexpr std::array<std::string_view, 4> typeWords = {"f", "fd", "fr", "fdr"};
   if (properties[propertyDate].empty()) {
-    properties[propertyDate] = "#$ DATE " + timeText(std::time(nullptr));
+    properties[propertyDate] = "#$ DATE " + fileDate();
   }
   writeHeader(stream, *this);
   stream << ".type " << typeWords[static_cast<std::size_t>(type)] << '\n';

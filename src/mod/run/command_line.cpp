@@ -184,7 +184,7 @@ CommandLine parseCommandLine(std::vector<std::string> words) {
     line.result = ParseResult::Help;
     return line;
   }
-  line.optionFileLevel = expandOptionFiles(words, maxOptionFileLevel);
+  line.optionFileLevel = expandOptionFiles(words, maxOptionFileLevel, line.optionFiles);
   if (words.size() < 3) {
     line.result = ParseResult::TooFewWords;
     return line;

@@ -20,6 +20,7 @@ enum class ParseResult {
 struct CommandLine {
   ParseResult result = ParseResult::Run;
   Options options;
+  std::vector<std::string> optionFiles;  ///< the files that were read for words
   int optionFileLevel = 0;  ///< passes made over @ words; at maxOptionFileLevel words can be left
 };
 

@@ -49,6 +49,7 @@ class LogStream {
 struct Channels {
   LogStream log;
   LogStream err;
+  bool areOpen = false;
 };
 
 Channels& channels() {
@@ -90,9 +91,15 @@ void openLog(const std::string& logName, const std::string& errName,
   } else {
     channels().err.open(errName, std::cerr, kept);
   }
+  channels().areOpen = true;
+}
+
+bool isLogOpen() {
+  return channels().areOpen;
 }
 
 void closeLog() {
+  channels().areOpen = false;
   channels().err.close();
   channels().log.close();
 }

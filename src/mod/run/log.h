@@ -33,6 +33,9 @@ void logText(unsigned mask, std::string_view text);
 void openLog(const std::string& logName, const std::string& errName,
              std::span<const std::string> kept);
 
+/// False before openLog has been through, and after closeLog: messages are dropped then.
+bool isLogOpen();
+
 /// Writes out what the channels still hold and closes their files.
 void closeLog();
 

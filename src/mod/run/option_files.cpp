@@ -18,19 +18,22 @@ bool isOptionFile(const std::string& word) {
   return word.starts_with('@');
 }
 
-/// Appends the text of a file; line ends become word ends where the text is split.
-void appendFile(const std::string& name, std::string& buffer) {
+/// Appends the text of a file; line ends become word ends where the text is split. False if there
+/// is no such file.
+bool appendFile(const std::string& name, std::string& buffer) {
   std::ifstream file(name);
   std::array<char, 4096> part{};
   while (file && buffer.size() < maxExpandedLength) {
     file.read(part.data(), part.size());
     buffer.append(part.data(), static_cast<std::size_t>(file.gcount()));
   }
+  return file.is_open();
 }
 
 }  // namespace
 
-int expandOptionFiles(std::vector<std::string>& words, int maxLevel) {
+int expandOptionFiles(std::vector<std::string>& words, int maxLevel,
+                      std::vector<std::string>& opened) {
   int level = 0;
   while (level <= maxLevel && words.size() > 1 &&
          std::any_of(words.begin() + 1, words.end(), isOptionFile)) {
@@ -39,7 +42,7 @@ int expandOptionFiles(std::vector<std::string>& words, int maxLevel) {
       if (!isOptionFile(words[i])) {
         buffer += words[i];
       } else if (words[i].size() > 1) {
-        appendFile(words[i].substr(1), buffer);
+        if (appendFile(words[i].substr(1), buffer)) opened.push_back(words[i].substr(1));
       }
       buffer += ' ';
     }

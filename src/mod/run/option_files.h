@@ -12,7 +12,8 @@ inline constexpr int maxOptionFileLevel = 4;
 /// Replaces the `@` words of a command line by the words of the files they name, pass by pass,
 /// until none is left or the level is passed. Words are split at white space, with no comments and
 /// no quoting; a file that can't be read adds nothing. The first word is carried along.
-/// Gives the number of passes made.
-int expandOptionFiles(std::vector<std::string>& words, int maxLevel);
+/// Gives the number of passes made, and adds the names of the files that it opened to `opened`.
+int expandOptionFiles(std::vector<std::string>& words, int maxLevel,
+                      std::vector<std::string>& opened);
 
 }  // namespace ostrel

@@ -5,6 +5,8 @@
 #include <new>
 
 #include "run/log.h"
+#include "run/output_file.h"
+#include "run/system.h"
 
 namespace ostrel {
 namespace {
@@ -15,8 +17,14 @@ constexpr int maxTries = 4;
 
 void outOfMemory() {
   static int tries = 0;
-  logText(toErrorAndLog, "<ERROR> K52700: failed to allocate memory\n");
+  constexpr const char* message = "<ERROR> K52700: failed to allocate memory\n";
+  if (isLogOpen()) {
+    logText(toErrorAndLog, message);
+  } else {
+    writeToStandardError(message);
+  }
   if (++tries < maxTries) return;
+  OutputFile::abandon();
   closeLog();
   std::cout.flush();
   std::_Exit(2);

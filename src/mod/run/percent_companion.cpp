@@ -1,10 +1,12 @@
 #include "run/percent_companion.h"
 
+#include <algorithm>
 #include <fstream>
 #include <string_view>
 
 #include "fil/text.h"
 #include "run/log.h"
+#include "run/output_file.h"
 #include "run/same_file.h"
 
 namespace ostrel {
@@ -25,16 +27,24 @@ void copyWithoutPercent(std::istream& from, std::ostream& to) {
   }
 }
 
-void writePercentCompanion(const std::string& inputName, const std::string& outputName,
-                           const std::string& runInput) {
-  if (!isSameFile(inputName, outputName) && !isSameFile(runInput, outputName)) {
+namespace {
+
+bool copyCompanion(const std::string& inputName, const std::string& outputName) {
+  OutputFile to;
+  return to.open(outputName) && to.write([&inputName](std::ostream& stream) {
     std::ifstream from(inputName);
-    std::ofstream to(outputName, std::ios::trunc);
-    if (from.is_open() && to.is_open()) {
-      copyWithoutPercent(from, to);
-      return;
-    }
-  }
+    copyWithoutPercent(from, stream);
+    if (!from.is_open() || from.bad()) stream.setstate(std::ios::badbit);
+  });
+}
+
+}  // namespace
+
+void writePercentCompanion(const std::string& inputName, const std::string& outputName,
+                           std::span<const std::string> sources) {
+  const auto isCompanion = [&](const std::string& name) { return isSameFile(name, outputName); };
+  const bool isTaken = isCompanion(inputName) || std::ranges::any_of(sources, isCompanion);
+  if (!isTaken && copyCompanion(inputName, outputName)) return;
   logMessage(toErrorAndLog, "<Warning> %s: failed to write %s\n", toolTag, outputName.c_str());
 }
 

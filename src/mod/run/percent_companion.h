@@ -2,6 +2,7 @@
 #pragma once
 
 #include <iosfwd>
+#include <span>
 #include <string>
 
 namespace ostrel {
@@ -10,10 +11,11 @@ namespace ostrel {
 /// '-'. The block reaches from the word ".ob" to the next word ".p", wherever they stand.
 void copyWithoutPercent(std::istream& from, std::ostream& to);
 
-/// Writes the companion `outputName` of the run's output `inputName`. If the names mean one file,
-/// or if the companion would replace the run's own input, a warning names the companion and nothing
-/// is written; so it is if a file can't be opened, but then the companion is left empty.
+/// Writes the companion `outputName` of the run's output `inputName`, whose name is empty if the
+/// run has none. If the names mean one file, or if the companion would replace one of the files
+/// `sources` that the run was made from, a warning names the companion and nothing is written; so
+/// it is if a file can't be opened, read or written, but then the companion is left empty.
 void writePercentCompanion(const std::string& inputName, const std::string& outputName,
-                           const std::string& runInput);
+                           std::span<const std::string> sources);
 
 }  // namespace ostrel

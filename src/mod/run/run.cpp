@@ -1,14 +1,16 @@
 #include "run/run.h"
 
-#include <array>
 #include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <span>
 #include <system_error>
+#include <utility>
 
 #include "design/design.h"
 #include "fil/clock.h"
+#include "fil/console.h"
 #include "fil/pla_file.h"
 #include "run/command_line.h"
 #include "run/heart.h"
@@ -17,6 +19,7 @@
 #include "run/log.h"
 #include "run/option_files.h"
 #include "run/options.h"
+#include "run/output_file.h"
 #include "run/percent_companion.h"
 #include "run/pipeline.h"
 #include "run/same_file.h"
@@ -32,20 +35,23 @@ int failToRead(const std::string& name) {
   return exitFile;
 }
 
-/// Reads the input, runs the passes and writes the output. The output is emptied before the input
-/// is opened; on a fault it stays empty.
-int runOptimizer() {
+int failToWrite(const std::string& name) {
+  logMessage(toErrorAndLog, "<ERROR> %s: failed to write %s\a\n", toolTag, name.c_str());
+  return exitFile;
+}
+
+Status readSource(std::istream& input, PlaFile& source) {
+  OrderedConsole console;
+  return source.read(input, console.streams());
+}
+
+/// Reads the input, runs the passes and writes the output, which is empty after a fault.
+int optimize(OutputFile& output) {
   const Options& set = options();
-  std::ofstream output;
-  if (!isSameFile(set.output, set.input)) output.open(set.output, std::ios::trunc);
-  if (!output.is_open()) {
-    logMessage(toErrorAndLog, "<ERROR> %s: failed to write %s\a\n", toolTag, set.output.c_str());
-    return exitFile;
-  }
   std::ifstream input(set.input);
   if (!input.is_open()) return failToRead(set.input);
   PlaFile source;
-  const Status status = source.read(input, standardConsole());
+  const Status status = readSource(input, source);
   input.close();
   if (status != Status::Ok) {
     logMessage(toErrorAndLog, "<ERROR> %s: failed to read PLA data in %s\a\n", toolTag,
@@ -55,8 +61,17 @@ int runOptimizer() {
   heartMsg();
   Design design(source);
   if (runPipeline(design) != Status::Ok) return exitDesign;
-  design.targetPla.write(output);
-  return 0;
+  const auto content = [&design](std::ostream& stream) { design.targetPla.write(stream); };
+  return output.write(content) ? 0 : failToWrite(set.output);
+}
+
+/// Opens the output before anything is read. `hasOutput` tells whether the file of that name is
+/// this run's, which it is not if it could not be opened.
+int runOptimizer(bool& hasOutput) {
+  const Options& set = options();
+  OutputFile output;
+  hasOutput = !isSameFile(set.output, set.input) && output.open(set.output);
+  return hasOutput ? optimize(output) : failToWrite(set.output);
 }
 
 void writePreamble(const std::vector<std::string>& words, std::time_t start) {
@@ -65,15 +80,19 @@ void writePreamble(const std::vector<std::string>& words, std::time_t start) {
   logMessage(toLog, "\n");
 }
 
-int runLogged(const std::vector<std::string>& words, std::time_t start) {
+int runLogged(const std::vector<std::string>& words, std::time_t start,
+              std::span<const std::string> sources) {
   const Options& set = options();
   writePreamble(words, start);
   std::error_code ignored;
   if (!std::filesystem::exists(set.input, ignored)) return failToRead(set.input);
-  const int result = runOptimizer();
+  bool hasOutput = false;
+  const int result = runOptimizer(hasOutput);
   const auto seconds = static_cast<long>(std::time(nullptr) - start + 1);
   logMessage(toLog, "%s completed in %ld seconds\n", words.front().c_str(), seconds);
-  if (set.percent) writePercentCompanion(set.output, set.percentFile, set.input);
+  if (set.percent) {
+    writePercentCompanion(hasOutput ? set.output : std::string(), set.percentFile, sources);
+  }
   return result;
 }
 
@@ -94,13 +113,16 @@ int runProgram(const std::vector<std::string>& words) {
     std::cout.flush();
     return exitFile;
   }
-  const std::array kept = {options().input, options().output, options().percentFile};
+  std::vector<std::string> sources = std::move(line.optionFiles);
+  sources.push_back(options().input);
+  std::vector<std::string> kept = sources;
+  kept.insert(kept.end(), {options().output, options().percentFile});
   openLog(options().log, options().err, kept);
   if (line.optionFileLevel >= maxOptionFileLevel) {
     logMessage(toLog, "<Warning> %s: only %d levels of nested command line @file were read\n",
                toolTag, maxOptionFileLevel);
   }
-  const int result = runLogged(words, start);
+  const int result = runLogged(words, start, sources);
   closeLog();
   return result;
 }
