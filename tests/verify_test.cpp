@@ -444,7 +444,7 @@ TEST_F(OnTheCommandLine, Answers) {
       {hard + " --effort 0", 3, "0 functions proven, 0 different, 1 undecided\n", ""},
       {hard + " --effort=100000", 0, "", ""},
       {small + " " + a, 2, "", "is not a usable PLA file\n"},
-      {noClock + "x " + a, 2, "", "cannot read"},
+      {noClock + "x " + a, 2, "", "it can't be read"},
       {a, 2, "", "usage: "},
       {"-xor " + a + " " + a, 2, "", "unknown option -xor"},
       {a + " " + a + " --effort=x", 2, "", "--effort needs a number"},

@@ -129,10 +129,11 @@ std::optional<std::string> readText(const std::string& name) {
   return text.bad() ? std::nullopt : std::optional(text.str());
 }
 
-// What the reader says against a text; empty for nothing. An output that lost all its functions has
+// What the reader says against a file; empty for nothing. An output that lost all its functions has
 // no columns, which the reader refuses without a word.
-std::string faultsOf(const std::string& text, PlaFile& file, bool isOutput) {
-  std::istringstream stream(text);
+std::string faultsOf(const std::string& name, PlaFile& file, bool isOutput) {
+  std::ifstream stream(name);
+  if (!stream) return "it can't be read";
   std::ostringstream notes;
   std::ostringstream faults;
   if (file.read(stream, Console{notes, faults}) != Status::Ok) {
@@ -142,18 +143,23 @@ std::string faultsOf(const std::string& text, PlaFile& file, bool isOutput) {
   return isOutput ? faults.str() : "";
 }
 
-std::string oneLine(const std::string& text) {
-  std::string line;
-  for (const std::string& word : splitWords(text)) line += (line.empty() ? "" : " ") + word;
-  return line;
+bool endsWell(const std::string& name) {
+  constexpr std::streamoff tail = 64;
+  std::ifstream stream(name, std::ios::binary | std::ios::ate);
+  stream.seekg(-std::min<std::streamoff>(tail, stream.tellg()), std::ios::end);
+  std::string word;
+  std::string last;
+  while (stream >> word) last = word;
+  return last == ".end";
 }
 
-// Why a text can't be what a run writes, from its head to `.end`; empty if it can.
-std::string readOutput(const std::string& text, PlaFile& file) {
-  const std::vector<std::string> words = splitWords(text);
-  const std::string faults = faultsOf(text, file, true);
-  if (!faults.empty()) return oneLine(faults);
-  return words.empty() || words.back() != ".end" ? "it is cut off: .end is missing" : "";
+// Why a file can't be what a run writes, from its head to `.end`; empty if it can.
+std::string readOutput(const std::string& name, PlaFile& file) {
+  std::string line;
+  for (const std::string& word : splitWords(faultsOf(name, file, true))) {
+    line += (line.empty() ? "" : " ") + word;
+  }
+  return line.empty() && !endsWell(name) ? "it is cut off: .end is missing" : line;
 }
 
 // The options of a run, from its words behind the two files.
@@ -165,7 +171,7 @@ Options optionsOf(const Command& command) {
 
 // The words of the command line in a log: its third line, behind the program's name.
 std::vector<std::string> wordsInLog(const std::string& log) {
-  std::istringstream stream(log);
+  std::ifstream stream(log);
   std::string line;
   for (int i = 0; i < 3; ++i) std::getline(stream, line);
   std::vector<std::string> words = splitWords(line);
@@ -189,14 +195,13 @@ std::string withDashes(std::string text) {
 }
 
 // A companion without a name, or with the name of INPUT or OUTPUT, is not written.
-void compareCompanion(const std::string& output, const Command& command, const std::string& name,
-                      Verdict& verdict) {
+void compareCompanion(const Command& command, const std::string& name, Verdict& verdict) {
   std::error_code ignored;
   for (const std::string& other : {command.words[0], command.words[1]}) {
     if (name.empty() || std::filesystem::equivalent(name, other, ignored)) return;
   }
   const std::optional<std::string> companion = readText(name);
-  if (companion == withDashes(output)) return;
+  if (companion == withDashes(readText(command.words[1]).value_or(""))) return;
   verdict.findings.push_back(formDifference(
       name, companion ? "it is not OUTPUT with dashes for percent signs" : "it can't be read"));
 }
@@ -243,39 +248,33 @@ int fail(std::ostream& err, const std::string& text) {
 
 int check(const std::string& name, std::ostream& out, std::ostream& err) {
   const std::optional<std::string> text = readText(name);
-  if (!text) return fail(err, "cannot read " + name);
+  if (!text) return fail(err, name + ": it can't be read");
   const std::vector<Complaint> complaints = readStrictly(*text);
   for (const Complaint& c : complaints) out << name << ":" << c.line << ": " << c.text << "\n";
   return complaints.empty() ? 0 : 1;
 }
 
-Verdict judge(const PlaFile& input, const std::string& outputText, const Command& command) {
+Verdict judge(const PlaFile& input, const Command& command) {
   PlaFile output;
-  const std::string fault = readOutput(outputText, output);
+  const std::string fault = readOutput(command.words[1], output);
   if (!fault.empty()) return {{formDifference("OUTPUT", fault)}, {}};
   const Options options = optionsOf(command);
   Verdict verdict = verify(input, output, options, command.judging);
-  if (options.percent) compareCompanion(outputText, command, options.percentFile, verdict);
+  if (options.percent) compareCompanion(command, options.percentFile, verdict);
   return verdict;
 }
 
 int run(Command command, std::ostream& out, std::ostream& err) {
-  const std::optional<std::string> inputText = readText(command.words[0]);
-  if (!inputText) return fail(err, "cannot read " + command.words[0]);
   PlaFile input;
-  const std::string inputFault = faultsOf(*inputText, input, false);
-  if (!inputFault.empty()) return fail(err, command.words[0] + ": " + inputFault);
+  const std::string fault = faultsOf(command.words[0], input, false);
+  if (!fault.empty()) return fail(err, command.words[0] + ": " + fault);
   if (!command.log.empty()) {
-    const std::optional<std::string> log = readText(command.log);
-    if (!log) return fail(err, "cannot read " + command.log);
-    const std::vector<std::string> words = wordsInLog(*log);
+    const std::vector<std::string> words = wordsInLog(command.log);
     if (words.empty()) return fail(err, command.log + ": there is no command line in it");
     command.words.insert(command.words.begin() + 2, words.begin(), words.end());
   }
-  const std::optional<std::string> outputText = readText(command.words[1]);
-  const Verdict verdict = outputText ? judge(input, *outputText, command)
-                                     : Verdict{{formDifference("OUTPUT", "it can't be read")}, {}};
-  for (const std::string& fault : verdict.faults) fail(err, command.words[0] + ": " + fault);
+  const Verdict verdict = judge(input, command);
+  for (const std::string& why : verdict.faults) fail(err, command.words[0] + ": " + why);
   return verdict.faults.empty() ? report(verdict, command.list, out) : exitUnusable;
 }
 

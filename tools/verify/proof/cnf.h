@@ -13,10 +13,9 @@ class Cnf {
  public:
   explicit Cnf(const Graph& graph) : graph_(graph) {}
 
-  void clause(const std::vector<int>& literals) {
-    clauses_.insert(clauses_.end(), literals.begin(), literals.end());
-    clauses_.push_back(0);
-    ++clauseCount_;
+  void clause(std::initializer_list<int> literals) {
+    clauses_.insert(clauses_.end(), literals);
+    end();
   }
 
   /// The solver's literal. The clauses of its cone are added unless they are there.
@@ -58,12 +57,15 @@ class Cnf {
     if (node == 0) clause({-own});
     const auto inputs = graph_.inputs(node);
     if (inputs.empty()) return;
-    std::vector<int> all{own};
-    for (const Literal input : inputs) {
-      clause({-own, name(input)});
-      all.push_back(-name(input));
-    }
-    clause(all);
+    for (const Literal input : inputs) clause({-own, name(input)});
+    for (const Literal input : inputs) clauses_.push_back(-name(input));
+    clauses_.push_back(own);
+    end();
+  }
+
+  void end() {
+    clauses_.push_back(0);
+    ++clauseCount_;
   }
 
   const Graph& graph_;
