@@ -358,8 +358,9 @@ template <class AnyCoverage>
 std::vector<std::size_t> coveredBy(AnyCoverage& coverage, const std::vector<NarrowCube>& cubes) {
   for (const NarrowCube& cube : cubes) coverage.add(cube);
   std::vector<std::size_t> covered;
+  Effort unbounded;
   for (std::size_t i = 0; i < cubes.size(); ++i) {
-    if (!coverage.isCovered(cubes[i], i)) continue;
+    if (!coverage.isCovered(cubes[i], i, unbounded)) continue;
     coverage.remove(i);
     covered.push_back(i);
   }

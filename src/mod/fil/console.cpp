@@ -13,8 +13,8 @@ Console standardConsole() {
   return {std::cout, std::cerr};
 }
 
-OrderedConsole::OrderedConsole()
-    : outPart_(*this, std::cout), errPart_(*this, std::cerr), out_(&outPart_), err_(&errPart_) {}
+OrderedConsole::OrderedConsole(const Console& target)
+    : outPart_(*this, target.out), errPart_(*this, target.err), out_(&outPart_), err_(&errPart_) {}
 
 OrderedConsole::~OrderedConsole() {
   passOn();

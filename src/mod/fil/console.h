@@ -18,12 +18,12 @@ struct Console {
 /// Standard output and standard error.
 Console standardConsole();
 
-/// Standard output and standard error behind one buffer. Both get their bytes in the order of
+/// Two streams, standard output and standard error for one, behind one buffer. Both get their bytes in the order of
 /// writing, as they would without it, but a million messages cost a few calls of the system.
 /// Everything has been passed on when the object is gone.
 class OrderedConsole {
  public:
-  OrderedConsole();
+  explicit OrderedConsole(const Console& target);
   OrderedConsole(const OrderedConsole&) = delete;
   OrderedConsole& operator=(const OrderedConsole&) = delete;
   ~OrderedConsole();

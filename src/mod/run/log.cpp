@@ -31,8 +31,9 @@ class LogStream {
     stream_ = other.stream_;
   }
 
-  void write(std::string_view text) {
+  bool write(std::string_view text) {
     if (stream_ != nullptr) *stream_ << text;
+    return stream_ != nullptr;
   }
 
   void close() {
@@ -49,7 +50,6 @@ class LogStream {
 struct Channels {
   LogStream log;
   LogStream err;
-  bool areOpen = false;
 };
 
 Channels& channels() {
@@ -77,10 +77,11 @@ void logMessage(unsigned mask, const char* format, ...) {
   va_end(arguments);
 }
 
-void logText(unsigned mask, std::string_view text) {
+bool logText(unsigned mask, std::string_view text) {
   Channels& to = channels();
-  if ((mask & ErrorChannel) != 0) to.err.write(text);
-  if ((mask & LogChannel) != 0) to.log.write(text);
+  const bool isError = (mask & ErrorChannel) != 0 && to.err.write(text);
+  const bool isLogged = (mask & LogChannel) != 0 && to.log.write(text);
+  return isError || isLogged;
 }
 
 void openLog(const std::string& logName, const std::string& errName,
@@ -91,15 +92,9 @@ void openLog(const std::string& logName, const std::string& errName,
   } else {
     channels().err.open(errName, std::cerr, kept);
   }
-  channels().areOpen = true;
-}
-
-bool isLogOpen() {
-  return channels().areOpen;
 }
 
 void closeLog() {
-  channels().areOpen = false;
   channels().err.close();
   channels().log.close();
 }

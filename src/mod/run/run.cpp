@@ -41,37 +41,46 @@ int failToWrite(const std::string& name) {
 }
 
 Status readSource(std::istream& input, PlaFile& source) {
-  OrderedConsole console;
+  OrderedConsole console(standardConsole());
   return source.read(input, console.streams());
 }
 
+/// What a run leaves: its exit code, and whether the file of the output's name is its own, which it
+/// is not if it could not be opened, and nobody knows after a fault in writing it.
+struct Outcome {
+  int exitCode;
+  bool hasOutput;
+};
+
 /// Reads the input, runs the passes and writes the output, which is empty after a fault.
-int optimize(OutputFile& output) {
+Outcome optimize(OutputFile& output) {
   const Options& set = options();
   std::ifstream input(set.input);
-  if (!input.is_open()) return failToRead(set.input);
+  if (!input.is_open()) return {failToRead(set.input), true};
   PlaFile source;
   const Status status = readSource(input, source);
   input.close();
   if (status != Status::Ok) {
     logMessage(toErrorAndLog, "<ERROR> %s: failed to read PLA data in %s\a\n", toolTag,
                set.input.c_str());
-    return exitFile;
+    return {exitFile, true};
   }
   heartMsg();
   Design design(source);
-  if (runPipeline(design) != Status::Ok) return exitDesign;
+  if (runPipeline(design) != Status::Ok) return {exitDesign, true};
   const auto content = [&design](std::ostream& stream) { design.targetPla.write(stream); };
-  return output.write(content) ? 0 : failToWrite(set.output);
+  if (!output.write(content)) return {failToWrite(set.output), false};
+  return {0, true};
 }
 
-/// Opens the output before anything is read. `hasOutput` tells whether the file of that name is
-/// this run's, which it is not if it could not be opened.
-int runOptimizer(bool& hasOutput) {
+/// Opens the output before anything is read.
+Outcome runOptimizer() {
   const Options& set = options();
   OutputFile output;
-  hasOutput = !isSameFile(set.output, set.input) && output.open(set.output);
-  return hasOutput ? optimize(output) : failToWrite(set.output);
+  if (isSameFile(set.output, set.input) || !output.open(set.output)) {
+    return {failToWrite(set.output), false};
+  }
+  return optimize(output);
 }
 
 void writePreamble(const std::vector<std::string>& words, std::time_t start) {
@@ -86,14 +95,13 @@ int runLogged(const std::vector<std::string>& words, std::time_t start,
   writePreamble(words, start);
   std::error_code ignored;
   if (!std::filesystem::exists(set.input, ignored)) return failToRead(set.input);
-  bool hasOutput = false;
-  const int result = runOptimizer(hasOutput);
+  const auto [exitCode, hasOutput] = runOptimizer();
   const auto seconds = static_cast<long>(std::time(nullptr) - start + 1);
   logMessage(toLog, "%s completed in %ld seconds\n", words.front().c_str(), seconds);
   if (set.percent) {
     writePercentCompanion(hasOutput ? set.output : std::string(), set.percentFile, sources);
   }
-  return result;
+  return exitCode;
 }
 
 }  // namespace
@@ -113,7 +121,7 @@ int runProgram(const std::vector<std::string>& words) {
     std::cout.flush();
     return exitFile;
   }
-  std::vector<std::string> sources = std::move(line.optionFiles);
+  std::vector<std::string> sources(line.optionFiles.begin(), line.optionFiles.end());
   sources.push_back(options().input);
   std::vector<std::string> kept = sources;
   kept.insert(kept.end(), {options().output, options().percentFile});

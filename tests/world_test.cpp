@@ -1,0 +1,238 @@
+// Runs in a world that fails: no exit code 0 without the whole output, and no file in between.
+#include <algorithm>
+#include <csignal>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include "fil/console.h"
+#include "program.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+#if defined(__SANITIZE_ADDRESS__)
+constexpr bool isSanitized = true;
+#else
+constexpr bool isSanitized = false;
+#endif
+
+using Words = std::vector<std::string>;
+const std::string old = "OLD GOOD OUTPUT\n";
+
+class World : public testing::Test {
+ protected:
+  World() { writeFile(path("in.tt2"), readFile(std::string(OSTREL_CIRCUITS) + "/rd53.tt2")); }
+  ~World() override { fs::remove_all(folder_); }
+
+  std::string path(const std::string& name) const { return folder_ + "/" + name; }
+
+  /// Runs a line of the shell in which $OSTREL is the program.
+  ProgramResult shell(const std::string& line) const {
+    return runIn(folder_, "/bin/sh", {"sh", "-c", "OSTREL=" OSTREL_PROGRAM "; " + line});
+  }
+
+  /// What a run leaves in a good world.
+  std::string whole() {
+    EXPECT_EQ(shell("$OSTREL -input in.tt2 -output whole -log log -percent pc").exitCode, 0);
+    return readFile(path("whole"));
+  }
+
+  bool hasStrayFile() const {
+    const fs::directory_iterator files(folder_);
+    return std::any_of(begin(files), end(files), [](const fs::directory_entry& file) {
+      return file.path().filename().string().starts_with(".ostrel-");
+    });
+  }
+
+#ifdef FAILING_WORLD
+  /// Runs over an old output with call number `at` of a kind failing; 0 counts the calls.
+  ProgramResult runFailing(const std::string& kind, long at) {
+    writeFile(path("out"), old);
+    return shell("LD_PRELOAD=" FAILING_WORLD " FAULT_KIND=" + kind +
+                 " FAULT_AT=" + std::to_string(at) + (at == 0 ? " FAULT_COUNT=count" : "") +
+                 " $OSTREL -input in.tt2 -output out -log log -percent pc");
+  }
+
+  long countCalls(const std::string& kind) {
+    runFailing(kind, 0);
+    return std::stol(readFile(path("count")));
+  }
+#endif
+
+ private:
+  std::string folder_ = makeFolder();
+};
+
+TEST_F(World, TellsOfADiskThatIsFull) {
+  const ProgramResult device = shell("$OSTREL -input in.tt2 -output /dev/full -log log");
+  EXPECT_EQ(device.exitCode, 2);
+  EXPECT_EQ(device.err, "<ERROR> K52700: failed to write /dev/full\a\n");
+  const ProgramResult companion = shell("$OSTREL -input in.tt2 -percent /dev/full -log log");
+  EXPECT_EQ(companion.exitCode, 0);
+  EXPECT_EQ(companion.err, "<Warning> K52700: failed to write /dev/full\n");
+  if (isSanitized) return;
+  writeFile(path("out"), old);
+  const ProgramResult limit =
+      shell("ulimit -f 0; exec $OSTREL -input in.tt2 -output out -log /dev/null -percent pc");
+  EXPECT_EQ(limit.exitCode, 2);
+  EXPECT_EQ(readFile(path("out")), "");
+  EXPECT_FALSE(hasStrayFile());
+}
+
+TEST_F(World, KeepsMessagesOutOfItsFiles) {
+  const std::string design = readFile(path("in.tt2"));
+  writeFile(path("in.tt2"),
+            design.substr(0, design.find(".p ")) + ".s\n" + design.substr(design.find(".p ")));
+  const std::string good = whole();
+  for (const char* closed : {"<&-", ">&-", "2>&-", "<&- >&- 2>&-"}) {
+    EXPECT_EQ(shell(std::string("$OSTREL -input in.tt2 -output out ") + closed).exitCode, 0);
+    EXPECT_EQ(readFile(path("out")), good) << closed;
+  }
+}
+
+TEST_F(World, OutlivesTheReaderOfItsLog) {
+  const std::string good = whole();
+  const ProgramResult run =
+      shell("{ $OSTREL -input in.tt2 -output out; echo $? > code; } | true; cat code");
+  EXPECT_EQ(run.out, "0\n");
+  EXPECT_EQ(readFile(path("out")), good);
+}
+
+TEST_F(World, ReplacesPlainFilesAndWritesTheRestInPlace) {
+  const std::string good = whole();
+  writeFile(path("real"), old);
+  chmod(path("real").c_str(), 0640);
+  fs::create_symlink("real", path("link"));
+  fs::create_hard_link(path("real"), path("twin"));
+  const std::string run = "$OSTREL -input in.tt2 -log log -output ";
+  EXPECT_EQ(shell(run + "link").exitCode, 0);
+  EXPECT_EQ(readFile(path("twin")), good);  // one of two names: written in place
+  fs::remove(path("twin"));
+  writeFile(path("real"), old);
+  std::ifstream reader(path("real"));  // keeps the old file
+  EXPECT_EQ(shell(run + "link").exitCode, 0);
+  EXPECT_TRUE(fs::is_symlink(path("link")));
+  EXPECT_EQ(readFile(path("real")), good);
+  EXPECT_EQ(std::string(std::istreambuf_iterator<char>(reader), {}), old);
+  EXPECT_EQ(fs::status(path("real")).permissions(), fs::perms(0640));
+  EXPECT_EQ(shell("umask 027; " + run + "new").exitCode, 0);
+  EXPECT_EQ(fs::status(path("new")).permissions(), fs::perms(0640));
+  EXPECT_EQ(shell("mkfifo pipe; cat pipe > got & " + run + "pipe; wait").exitCode, 0);
+  EXPECT_EQ(readFile(path("got")), good);
+  EXPECT_FALSE(hasStrayFile());
+}
+
+TEST_F(World, MakesNoCompanionOfAnOlderOutput) {
+  fs::create_directory(path("out"));  // can't be opened
+  writeFile(path("pc"), old);
+  const ProgramResult run = shell("$OSTREL -input in.tt2 -output out -percent pc -log log");
+  EXPECT_EQ(run.exitCode, 2);
+  EXPECT_NE(run.err.find("<Warning> K52700: failed to write pc\n"), std::string::npos);
+  EXPECT_EQ(readFile(path("pc")), "");
+}
+
+TEST_F(World, KeepsItsOptionFiles) {
+  const std::string words = "-input in.tt2 -output out\n";
+  for (const char* option : {"-log", "-err", "-percent"}) {
+    writeFile(path("opt"), words);
+    EXPECT_EQ(shell(std::string("$OSTREL @opt ") + option + " ./opt").exitCode, 0);
+    EXPECT_EQ(readFile(path("opt")), words) << option;
+  }
+}
+
+TEST_F(World, TakesAFixedDate) {
+  EXPECT_EQ(shell("SOURCE_DATE_EPOCH=86400 $OSTREL -input in.tt2 -output out -log log").exitCode,
+            0);
+  const std::string design = readFile(path("in.tt2"));
+  const std::size_t date = design.find("#$ DATE");
+  const std::string undated = design.substr(0, date) + design.substr(design.find('\n', date) + 1);
+  writeFile(path("in.tt2"), undated);
+  EXPECT_EQ(shell("SOURCE_DATE_EPOCH=86400 $OSTREL -input in.tt2 -output out -log log").exitCode,
+            0);
+  EXPECT_TRUE(readFile(path("out")).starts_with("#$ DATE Fri Jan  2 00:00:00 1970\n"));
+}
+
+/// Notes what reaches it, one entry a call.
+class Notes : public std::streambuf {
+ public:
+  Notes(char name, Words& calls) : name_(name), calls_(calls) {}
+
+ protected:
+  std::streamsize xsputn(const char* text, std::streamsize length) override {
+    calls_.push_back(name_ + std::string(text, static_cast<std::size_t>(length)));
+    return length;
+  }
+
+ private:
+  char name_;
+  Words& calls_;
+};
+
+TEST(OrderedConsole, GathersMessagesAndKeepsTheirOrder) {
+  Words calls;
+  Notes outNotes('o', calls);
+  Notes errNotes('e', calls);
+  std::ostream out(&outNotes);
+  std::ostream err(&errNotes);
+  {
+    ostrel::OrderedConsole console({out, err});
+    const ostrel::Console streams = console.streams();
+    streams.out << "a" << 1 << '\n';
+    streams.err << "b"
+                << "c";
+    streams.out << "d";
+  }
+  EXPECT_EQ(calls, (Words{"oa1\n", "ebc", "od"}));
+  calls.clear();
+  {
+    ostrel::OrderedConsole console({out, err});
+    for (int i = 0; i < 1'000'000; ++i) console.streams().err << "a missing name\n";
+  }
+  EXPECT_LE(calls.size(), 100U);
+  std::size_t length = 0;
+  for (const std::string& call : calls) length += call.size() - 1;
+  EXPECT_EQ(length, 15'000'000U);
+}
+
+#ifdef FAILING_WORLD
+TEST_F(World, LosesNothingWhenOneCallFails) {
+  const std::string good = whole();
+  const long calls = countCalls("file");
+  ASSERT_GT(calls, 20);
+  for (long at = 1; at <= calls; ++at) {
+    const ProgramResult run = runFailing("file", at);
+    const std::string left = readFile(path("out"));
+    EXPECT_TRUE(left == good || run.exitCode == 2) << at << ": " << run.exitCode;
+    EXPECT_TRUE(left == good || left == old || left.empty()) << at << ": " << left;
+    EXPECT_FALSE(hasStrayFile()) << at;
+  }
+}
+
+TEST_F(World, LeavesTheOldOutputOrTheNewOneWhenKilled) {
+  const std::string good = whole();
+  const long calls = countCalls("kill");
+  for (long at = 1; at <= calls; ++at) {
+    EXPECT_EQ(runFailing("kill", at).exitCode, 128 + SIGKILL) << at;
+    const std::string left = readFile(path("out"));
+    EXPECT_TRUE(left == good || left == old) << at << ": " << left;
+  }
+}
+
+TEST_F(World, OutlivesAFailedAllocation) {
+  const std::string good = whole();
+  const long calls = countCalls("memory");
+  ASSERT_GT(calls, 200);
+  constexpr long step = 29;
+  for (long at = 1; at <= calls; at += at < 50 ? 1 : step) {
+    const ProgramResult run = runFailing("memory", at);
+    const std::string left = readFile(path("out"));
+    const bool isWhole = run.exitCode == 0 && left == good;
+    EXPECT_TRUE(isWhole || (run.exitCode == 2 && (left.empty() || left == old))) << at;
+  }
+}
+#endif
+
+}  // namespace
