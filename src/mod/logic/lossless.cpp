@@ -19,8 +19,7 @@ bool isMissing(const Equation& equation, SetSelector set) {
   const bool isOn = set == SetSelector::On;
   const TermChain& chain = isOn ? equation.onSet() : equation.offSet();
   const TermChain& other = isOn ? equation.offSet() : equation.onSet();
-  return set != SetSelector::Smaller && chain.empty() && !other.empty() &&
-         !equation.isConstant(Constant::Either);
+  return set != SetSelector::Smaller && chain.empty() && !other.empty();
 }
 
 /// The set that the options keep of a slot.
@@ -145,10 +144,26 @@ void renameControls(Signal& signal) {
   }
 }
 
+/// An SR register can only have its data as a pair: the function XOR 0.
+void makePair(Signal& signal) {
+  Equation left = *signal.slot(SlotLogic);
+  Equation& right = signal.makeEquation(SlotXorRight);
+  left.extension = right.extension = Extension::None;
+  left.xorRole = XorHalf::Left;
+  right.xorRole = XorHalf::Right;
+  right.makeConstant(false);
+  signal.setSlot(SlotXorLeft, std::move(left));
+  signal.deleteSlot(SlotLogic);
+}
+
 /// Finds extensions that say the type: the main function's own first, then those of the controls.
 Status settleType(Signal& signal) {
   if (exportedEquations(signal).empty() || isReadBack(signal)) return Status::Ok;
+  if (signal.registerType == RegisterType::REG_SR && signal.slotHasLogic(SlotLogic)) {
+    makePair(signal);
+  }
   for (Equation* equation : signal.mainEquations()) {
+    if (isReadBack(signal)) break;
     equation->extension = mainExtensions(signal.registerType).front();
   }
   if (!isReadBack(signal)) renameControls(signal);
@@ -188,14 +203,17 @@ void complete(Signal& signal, PlaType type) {
   for (const Slot slot : allSlots) {
     Equation* equation = signal.slot(slot);
     if (!isHeld || equation == nullptr || !equation->isEmpty()) continue;
-    equation->makeZero();
+    equation->makeConstant(false);
     note({signal.name, extensionText(equation->extension), " is empty and written as 0"});
   }
   completePair(signal);
   for (const Slot slot : allSlots) {
     Equation* equation = signal.slot(slot);
-    if (equation == nullptr || !isMissing(*equation, toldSet(signal, slot))) continue;
+    if (equation == nullptr || equation->isConstant(Constant::Either)) continue;
+    const SetSelector told = toldSet(signal, slot);
+    if (!isMissing(*equation, told)) continue;
     const bool isDone = equation->reduce(SetSelector::Both);
+    if (isDone && isMissing(*equation, told)) equation->makeConstant(told == SetSelector::Off);
     note({signal.name, extensionText(equation->extension),
           isDone ? " has its missing set worked out" : " keeps the set that it has"});
   }

@@ -68,6 +68,7 @@ void choosePolarity(Signal& signal) {
 
 void normalizePolarity(Signal& signal) {
   for (const Slot index : allSlots) {
+    if (index == SlotLogic && !mayInvert(signal)) continue;
     if (signal.slot(index) != nullptr) signal.slot(index)->normalizePolarity();
   }
 }
