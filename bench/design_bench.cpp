@@ -6,14 +6,13 @@
 #include <sstream>
 #include <string>
 
-#include "design/design.h"
 #include "run/options.h"
 #include "run/pipeline.h"
 
 namespace {
 
-using ostrel::Design;
 using ostrel::PlaFile;
+using ostrel::Run;
 
 constexpr int inputs = 64;
 
@@ -76,10 +75,10 @@ void throughTheSystem(benchmark::State& state) {
   const std::string text = rowsFile(static_cast<int>(state.range(0)));
   for (auto _ : state) {
     const PlaFile file = readText(text);
-    Design design(file);
-    ostrel::runPipeline(design);
+    Run run(file);
+    ostrel::runPipeline(run);
     std::ostringstream written;
-    design.targetPla.write(written);
+    run.target.write(written);
     benchmark::DoNotOptimize(written.str().size());
   }
 }
@@ -102,19 +101,10 @@ void passesBeforeSplitting(benchmark::State& state) {
   const PlaFile file = readText(sharedFile(2000, 20));
   for (auto _ : state) {
     state.PauseTiming();
-    Design design(file);
-    design.build();
+    Run run(file);
+    ostrel::runPipeline(run, "build");
     state.ResumeTiming();
-    design.removeUnusedSignals();
-    design.orderXorPairs();
-    design.choosePolarity();
-    design.refreshFanout(false);
-    design.collapseFeedback();
-    design.normalizePolarity();
-    design.removeDeadNodes();
-    design.swapXorPairs();
-    design.assignFeedbackExtensions();
-    design.absorbInversions();
+    ostrel::runPipeline(run, "absorb inversions");
   }
 }
 BENCHMARK(passesBeforeSplitting)->Unit(benchmark::kMillisecond);
@@ -126,9 +116,9 @@ void splittingSharedTerms(benchmark::State& state) {
   ostrel::setOptions(options);
   const PlaFile file = readText(sharedFile(static_cast<int>(state.range(0)), 200));
   for (auto _ : state) {
-    Design design(file);
-    ostrel::runPipeline(design);
-    benchmark::DoNotOptimize(design.columns().size());
+    Run run(file);
+    ostrel::runPipeline(run);
+    benchmark::DoNotOptimize(run.design.columns().size());
   }
 }
 BENCHMARK(splittingSharedTerms)->Arg(32)->Arg(64)->Unit(benchmark::kMillisecond);

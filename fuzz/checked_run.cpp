@@ -8,7 +8,6 @@
 #include <string_view>
 #include <vector>
 
-#include "design/design.h"
 #include "fil/pla_file.h"
 #include "run/command_line.h"
 #include "run/pipeline.h"
@@ -67,11 +66,11 @@ void runChecked(std::span<const std::uint8_t, optionBytes> bytes, const std::str
   ostrel::setOptions(ostrel::parseCommandLine(line).options);
   ostrel::PlaFile input;
   if (readQuietly(input, text) != ostrel::Status::Ok) return;
-  ostrel::Design design(input);
-  if (ostrel::runPipeline(design) != ostrel::Status::Ok) return;
+  ostrel::Run run(input);
+  if (ostrel::runPipeline(run) != ostrel::Status::Ok) return;
   std::ostringstream written;
-  design.targetPla.write(written);
-  if (design.columns().empty() || design.targetPla.count(ostrel::NameKind::Output) == 0) return;
+  run.target.write(written);
+  if (run.design.columns().empty() || run.target.count(ostrel::NameKind::Output) == 0) return;
 
   ostrel::PlaFile output;
   if (readQuietly(output, written.str()) != ostrel::Status::Ok) {

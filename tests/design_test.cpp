@@ -1,10 +1,10 @@
 // Decisions inside the design that the written file shows only in part.
-#include "design/design.h"
-
 #include <gtest/gtest.h>
 #include <sstream>
 
+#include "design/passes.h"
 #include "design/term_sharing.h"
+#include "logic/xor_operands.h"
 #include "run/options.h"
 
 namespace ostrel {
@@ -14,7 +14,7 @@ namespace {
 struct Built {
   explicit Built(const std::string& text, const Options& values = {}) : design(read(text)) {
     setOptions(values);
-    status = design.build();
+    status = build(design);
   }
   ~Built() { setOptions({}); }
 
@@ -25,7 +25,7 @@ struct Built {
     return file;
   }
 
-  Signal& signal(const std::string& name) { return *design.findSignal(name); }
+  Signal& signal(const std::string& name) { return *design.find(name); }
 
   std::vector<std::string> terms(const std::string& name, Slot slot) {
     std::vector<std::string> texts;
@@ -64,7 +64,7 @@ TEST(TermSharing, SharesWhatIsWorthANode) {
   options.clusterSize = 4;  // 2 terms in 2 Equations are no more than a cluster
   Built tooSmall(shareable, options);
   EXPECT_FALSE(TermSharing(tooSmall.design, 2).shareOneGroup());
-  EXPECT_EQ(tooSmall.design.findSignal("com_0"), nullptr);
+  EXPECT_EQ(tooSmall.design.find("com_0"), nullptr);
 }
 
 TEST(Signal, LaysOutAPairByTheCostOfItsSets) {
@@ -95,7 +95,7 @@ TEST(Signal, LaysOutAPairByTheCostOfItsSets) {
     add(row.offRight, "~0");
     Built built("#$ PINS 7 a b c d e f Y\n.type fr\n.i 6\n.o 2\n.ilb a b c d e f\n.ob Y.X1 Y.X2\n" +
                 rows);
-    built.signal("Y").orderXorPair();
+    orderXorPair(built.signal("Y"));
     EXPECT_EQ(built.terms("Y", SlotXorLeft).size(), row.left) << rows;
     EXPECT_EQ(built.terms("Y", SlotXorRight).size(), row.right) << rows;
     EXPECT_EQ(built.signal("Y").slot(SlotXorLeft)->xorRole, XorHalf::Left);
@@ -128,10 +128,10 @@ TEST(Signal, ChecksItsLimits) {
     options.shareMin = row.shareMin;
     options.clusterSize = row.cluster;
     Built built(text, options);
-    EquationList pair;
-    EquationList plain;
-    built.signal("X").checkSplit(pair, row.limit, false);
-    built.signal("Y").checkSplit(plain, row.limit, false);
+    std::vector<Candidate> pair;
+    std::vector<Candidate> plain;
+    addWideLogic(built.signal("X"), row.limit, Announce::No, pair);
+    addWideLogic(built.signal("Y"), row.limit, Announce::No, plain);
     EXPECT_EQ(pair.size(), row.pair) << row.limit << ' ' << row.cluster;
     EXPECT_EQ(plain.size(), row.plain) << row.limit;
   }
@@ -155,12 +155,12 @@ TEST(Design, CountsReadersAndShrinksItsColumns) {
   Built built(
       "#$ PINS 3 A B Y\n#$ NODES 2 dead n\n.i 5\n.o 3\n.ilb A dead B n n.FB\n.ob dead Y n\n.p 3\n"
       "1---- 110\n1-1-- 001\n---11 010\n");
-  built.design.refreshFanout(false);
-  EXPECT_EQ(built.signal("A").fanoutCount, 3);
-  EXPECT_EQ(built.signal("n").fanoutCount, 2);  // one reader, two columns
-  EXPECT_EQ(built.signal("dead").fanoutCount, 0);
-  built.design.removeDeadNodes();
-  EXPECT_EQ(built.design.findSignal("dead"), nullptr);
+  const Readers readers = countReaders(built.design);
+  EXPECT_EQ(fanoutOf(built.signal("A"), readers), 3);
+  EXPECT_EQ(fanoutOf(built.signal("n"), readers), 2);  // one reader, two columns
+  EXPECT_EQ(fanoutOf(built.signal("dead"), readers), 0);
+  removeDeadNodes(built.design, readers);
+  EXPECT_EQ(built.design.find("dead"), nullptr);
   EXPECT_EQ(built.terms("Y", SlotLogic), Terms({"1---", "--11"}));
   EXPECT_EQ(built.signal("B").pinColumn, 1);
   EXPECT_EQ(built.signal("n").feedbackColumn, 3);

@@ -16,7 +16,7 @@ using Texts = std::vector<std::string>;
 /// An Equation over texts, with a table of its own.
 struct Bench {
   explicit Bench(const Texts& on, const Texts& off = {}, std::size_t columns = 0)
-      : terms(std::max({columns, widthOf(on), widthOf(off)})), equation(terms, nullptr, "Y") {
+      : terms(std::max({columns, widthOf(on), widthOf(off)})), equation(terms) {
     for (const std::string& text : on) equation.addOnTerm(terms.term(Cube(text)));
     for (const std::string& text : off) equation.addOffTerm(terms.term(Cube(text)));
     equation.extension = Extension::None;
@@ -318,7 +318,7 @@ TEST(Equation, KeepsItsFunctionThroughEveryChangeOfForm) {
   for (int round = 0; round < 3000; ++round) {
     RandomCase test(random);
     const std::vector<bool> before = test.truth(test.bench.equation);
-    Equation changed(test.bench.equation, XorHalf::None);
+    Equation changed = test.bench.equation;
     changes[static_cast<std::size_t>(round) % std::size(changes)](changed);
     ASSERT_EQ(test.truth(changed), before) << "round " << round;
   }

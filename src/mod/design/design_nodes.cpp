@@ -1,6 +1,10 @@
 // Buried nodes: a Signal with a name of its own, a column at the end of the table, and terms that
 // other Equations gave up.
+//
+// Order: the number in a name is the lowest that is free, and the node stands behind all older
+// Signals and columns; both are seen in the output.
 #include <algorithm>
+#include <cassert>
 
 #include "design/design.h"
 #include "run/log.h"
@@ -21,24 +25,23 @@ std::string nodeName(std::string_view base, int n) {
 }  // namespace
 
 Signal& Design::createNodeFrom(std::span<const Term> group, std::string_view baseName) {
-  Signal& node = createBuriedNode(baseName);
-  node.fillFromTerms(group);
-  if (logicListIsCurrent_) {
-    logicList_.add(node);  // the newest Signal stands behind all others
-  } else {
-    classifySignals();
-  }
-  return node;
-}
-
-Signal& Design::createBuriedNode(std::string_view baseName) {
+  assert(!group.empty());
   PlaName record;
   record.base = makeNodeName(baseName);
   record.registerType = RegisterType::COM;
-  Signal& node = *declareSignal(record, true);
-  addInputColumn(node);
-  logMessage(toLog, "<Note> %s: buried node %s generated\n", toolTag, node.name.c_str());
+  Signal& node = *declare(record, true);
+  addReadingColumn(node);
+  note({"buried node ", node.name, " generated"});
   node.reduced = false;
+  Equation& logic = node.makeEquation(SlotLogic);
+  logic.extension = Extension::None;
+  for (const Term term : group) logic.addOnTerm(term);
+  if (logicIsCurrent_) {
+    logic_.push_back(&node);  // the newest Signal stands behind all others
+  } else {
+    listLogic();
+  }
+  assert(logic_.back() == &node);
   return node;
 }
 
@@ -48,21 +51,8 @@ std::string Design::makeNodeName(std::string_view baseName) {
   const std::string_view base = baseName.substr(0, maxBaseLength);
   int& number = nextNodeNumber_[std::string(base)];
   std::string name = nodeName(base, number);
-  while (findSignal(name) != nullptr) name = nodeName(base, ++number);
+  while (find(name) != nullptr) name = nodeName(base, ++number);
   return name;
-}
-
-std::size_t Design::columnFor(Signal& signal) {
-  return signal.columns.empty() ? addInputColumn(signal) : signal.columns.front();
-}
-
-std::size_t Design::addInputColumn(Signal& signal) {
-  const std::size_t column = columns_.size();
-  columns_.push_back({&signal, signal.isCombinatorial() ? Extension::None : Extension::Q});
-  signal.columns.push_back(column);
-  (signal.isNode ? signal.feedbackColumn : signal.pinColumn) = static_cast<int>(column);
-  terms_.appendColumns(1);
-  return column;
 }
 
 }  // namespace ostrel

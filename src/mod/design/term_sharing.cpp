@@ -11,9 +11,9 @@ namespace ostrel {
 
 TermSharing::TermSharing(Design& design, int candidateLimit)
     : design_(design), candidateLimit_(candidateLimit) {
-  for (Signal* signal : design.logicList()) enterCandidates(*signal);
+  for (Signal* signal : design.logic()) enterCandidates(*signal);
   for (std::size_t id = 0; id < candidates_.size(); ++id) {
-    for (const Term term : candidates_[id]->onSet()) {
+    for (const Term term : candidates_[id].equation.onSet()) {
       scores_[id] += static_cast<std::int64_t>(holders_[term.index].size());
     }
   }
@@ -22,14 +22,12 @@ TermSharing::TermSharing(Design& design, int candidateLimit)
 /// Enters the Equations of the Signal that are wide enough, behind all older candidates, and their
 /// uses. Their scores are still to be worked out.
 void TermSharing::enterCandidates(Signal& signal) {
-  EquationList found;
-  signal.checkSplit(found, candidateLimit_, false);
-  for (Equation* equation : found) {
-    const auto id = static_cast<CandidateId>(candidates_.size());
-    candidates_.push_back(equation);
+  auto id = static_cast<CandidateId>(candidates_.size());
+  addWideLogic(signal, candidateLimit_, Announce::No, candidates_);
+  for (; id < candidates_.size(); ++id) {
     scores_.push_back(0);
     ++activeCount_;
-    for (const Term term : equation->onSet()) holders(term).push_back(id);
+    for (const Term term : candidates_[id].equation.onSet()) holders(term).push_back(id);
   }
 }
 
@@ -38,23 +36,24 @@ void TermSharing::addNode(Signal& node) {
   const std::size_t id = candidates_.size();
   enterCandidates(node);
   if (id == candidates_.size()) return;
-  for (const Term term : candidates_[id]->onSet()) {
+  for (const Term term : candidates_[id].equation.onSet()) {
     const std::vector<CandidateId>& uses = holders(term);
     for (const CandidateId holder : uses) scores_[holder] += holder == id ? 0 : 1;
     scores_[id] += static_cast<std::int64_t>(uses.size());
   }
 }
 
-bool TermSharing::isCandidate(const Equation& equation) const {
-  EquationList found;
-  equation.owner->checkSplit(found, candidateLimit_, false);
-  return std::find(found.begin(), found.end(), &equation) != found.end();
+bool TermSharing::isStillWide(const Candidate& candidate) const {
+  std::vector<Candidate> wide;
+  addWideLogic(candidate.signal, candidateLimit_, Announce::No, wide);
+  return std::ranges::any_of(
+      wide, [&](const Candidate& other) { return &other.equation == &candidate.equation; });
 }
 
 void TermSharing::dropNarrow(std::span<const CandidateId> ids) {
   for (const CandidateId id : ids) {
-    if (isCandidate(*candidates_[id])) continue;
-    for (const Term term : candidates_[id]->onSet()) dropUses(term, {&id, 1});
+    if (isStillWide(candidates_[id])) continue;
+    for (const Term term : candidates_[id].equation.onSet()) dropUses(term, {&id, 1});
     scores_[id] = -1;
     --activeCount_;
   }
@@ -90,9 +89,9 @@ void TermSharing::dropUses(Term term, std::span<const CandidateId> ids) {
 // ---- the search ----
 
 bool TermSharing::isWorthNode(std::size_t equations, std::size_t terms) const {
-  const Options& set = options();
-  return equations >= static_cast<std::size_t>(std::max(set.shareMin, 0)) && terms >= 2 &&
-         terms * equations > static_cast<std::size_t>(std::max(set.clusterSize, 0));
+  const Options& opts = options();
+  return equations >= static_cast<std::size_t>(std::max(opts.shareMin, 0)) && terms >= 2 &&
+         terms * equations > static_cast<std::size_t>(std::max(opts.clusterSize, 0));
 }
 
 /// The term of the Equation that most candidates use; the Equation has one.
@@ -113,16 +112,16 @@ std::vector<TermSharing::CandidateId> TermSharing::holdersOf(Term term) const {
 /// Counts how often the Equations of a level use each term; terms of the group count as absent.
 void TermSharing::countLevel(std::span<const CandidateId> level, std::span<const Term> group) {
   for (const CandidateId id : level) {
-    for (const Term term : candidates_[id]->onSet()) levelUses_[term.index] = 0;
+    for (const Term term : candidates_[id].equation.onSet()) levelUses_[term.index] = 0;
   }
   for (const CandidateId id : level) {
-    for (const Term term : candidates_[id]->onSet()) ++levelUses_[term.index];
+    for (const Term term : candidates_[id].equation.onSet()) ++levelUses_[term.index];
   }
   for (const Term term : group) levelUses_[term.index] = 0;
   members_.clear();
   for (const CandidateId id : level) {
     Member& member = members_.emplace_back();
-    for (const Term term : candidates_[id]->onSet()) member.score += levelUses_[term.index];
+    for (const Term term : candidates_[id].equation.onSet()) member.score += levelUses_[term.index];
   }
 }
 
@@ -140,7 +139,8 @@ std::optional<Term> TermSharing::bestOfLevel(std::span<const CandidateId> level)
   const auto fewer = [](const Member& a, const Member& b) { return a.score < b.score; };
   const auto best = std::max_element(members_.begin(), members_.end(), fewer);
   if (best->terms.empty()) {
-    best->terms = byUses(*candidates_[level[static_cast<std::size_t>(best - members_.begin())]]);
+    best->terms =
+        byUses(candidates_[level[static_cast<std::size_t>(best - members_.begin())]].equation);
   }
   while (best->next < best->terms.size()) {
     const Term term = best->terms[best->next];
@@ -184,7 +184,7 @@ void TermSharing::growGroup(std::vector<CandidateId>& level, std::vector<Term>& 
 bool TermSharing::shareOneGroup() {
   if (activeCount_ < 2) return false;
   const auto best = std::max_element(scores_.begin(), scores_.end()) - scores_.begin();
-  const Equation& equation = *candidates_[static_cast<std::size_t>(best)];
+  const Equation& equation = candidates_[static_cast<std::size_t>(best)].equation;
   if (equation.onSet().empty()) return false;
   std::vector<Term> group = {mostShared(equation)};
   std::vector<CandidateId> level = holdersOf(group.front());
@@ -197,27 +197,26 @@ bool TermSharing::shareOneGroup() {
 
 /// Gives the group a node, or takes a Signal that computes it already, and rewrites the Equations.
 void TermSharing::extractShared(std::span<const CandidateId> level, std::span<const Term> group) {
-  Equation shared(design_.terms(), nullptr, {});
+  Equation shared(design_.terms());
   for (const Term term : group) shared.addOnTerm(term);
   Signal* node = design_.findEquivalent(shared);
   const bool isNew = node == nullptr;
   if (isNew) node = &design_.createNodeFrom(group, "com");
-  const std::size_t column = design_.columnFor(*node);
+  const std::size_t column =
+      node->columns.empty() ? design_.addReadingColumn(*node) : node->columns.front();
   const Equation& nodeLogic = *node->slot(SlotLogic);
 
   std::vector<CandidateId> rewritten;
   for (const CandidateId id : level) {
-    Equation& equation = *candidates_[id];
-    equation.owner->reduced = false;
-    equation.owner->xorTried = false;
-    if (&equation != &nodeLogic) rewritten.push_back(id);
+    candidates_[id].signal.noteNewLogic();
+    if (&candidates_[id].equation != &nodeLogic) rewritten.push_back(id);
   }
   for (const Term term : group) dropUses(term, rewritten);
   for (const CandidateId id : rewritten) {
-    candidates_[id]->substituteNode(group, column, nodeLogic.polarity, false);
+    candidates_[id].equation.substituteNode(group, column, nodeLogic.polarity, false);
   }
   if (!rewritten.empty()) {
-    addUses(candidates_[rewritten.front()]->onSet().back(), rewritten);
+    addUses(candidates_[rewritten.front()].equation.onSet().back(), rewritten);
   }
   if (isNew) addNode(*node);
   dropNarrow(rewritten);

@@ -22,13 +22,12 @@
 #include <span>
 #include <vector>
 
+#include "logic/split_limits.h"
 #include "logic/term_table.h"
 
 namespace ostrel {
 
 class Design;
-class Equation;
-class Signal;
 
 class TermSharing {
  public:
@@ -48,7 +47,7 @@ class TermSharing {
 
   void enterCandidates(Signal& signal);
   void addNode(Signal& node);
-  bool isCandidate(const Equation& equation) const;
+  bool isStillWide(const Candidate& candidate) const;
   void dropNarrow(std::span<const CandidateId> ids);
 
   Term mostShared(const Equation& equation) const;
@@ -67,7 +66,7 @@ class TermSharing {
 
   Design& design_;
   int candidateLimit_;
-  std::vector<Equation*> candidates_;
+  std::vector<Candidate> candidates_;
   std::vector<std::int64_t>
       scores_;  // by candidate: use counts of its terms added up, -1 if it left
   int activeCount_ = 0;

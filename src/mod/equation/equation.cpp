@@ -19,17 +19,6 @@ bool isUniversal(Term term, const TermTable& terms) {
 
 }  // namespace
 
-Equation::Equation(const Equation& source, XorHalf role)
-    : owner(source.owner),
-      name(source.name),
-      extension(source.extension),
-      polarity(source.polarity),
-      xorRole(role),
-      terms_(source.terms_),
-      onSet_(source.onSet_),
-      offSet_(source.offSet_),
-      support_(source.support_) {}
-
 Status Equation::readColumn(const PlaFile& file, int column, ColumnSets sets) {
   const PlaName& columnName = file.name(NameKind::Output, column);
   if (extension != Extension::End) {
@@ -156,11 +145,6 @@ void Equation::renumber(const std::vector<Term>& renumbered) {
   for (TermChain* chain : {&onSet_, &offSet_}) {
     for (Term& term : *chain) term = renumbered[term.index];
   }
-}
-
-void Equation::writeRows(RowMerger& rows, std::size_t column) const {
-  rows.writeToRows(onSet_, column, '1');
-  rows.writeToRows(offSet_, column, '0');
 }
 
 }  // namespace ostrel

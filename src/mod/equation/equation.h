@@ -9,18 +9,14 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
-#include <string_view>
 
 #include "fil/pla_file.h"
 #include "fil/status.h"
-#include "logic/row_merger.h"
 #include "logic/term_chain.h"
 #include "logic/term_table.h"
 #include "run/options.h"
 
 namespace ostrel {
-
-class Signal;
 
 /// Which constant Equation::isConstant asks for.
 enum class Constant : unsigned char { Zero, One, Either };
@@ -33,16 +29,11 @@ struct ColumnSets {
 
 class Equation {
  public:
-  /// An Equation without terms. `ownName` is not copied and outlives the Equation, as do the
-  /// terms; `ownerSignal` is the Signal that holds it, null for a free-standing one.
-  Equation(TermTable& terms, Signal* ownerSignal, std::string_view ownName)
-      : owner(ownerSignal), name(ownName), terms_(&terms) {}
+  /// An Equation without terms; the table of its terms outlives it.
+  explicit Equation(TermTable& terms) : terms_(&terms) {}
 
-  /// A copy with another place in an exclusive-or pair; its phase is '1'.
-  Equation(const Equation& source, XorHalf role);
+  // ---- the output column that it was read from and goes back to ----
 
-  Signal* owner;
-  std::string_view name;                 ///< of the Signal that buried nodes are named after
   Extension extension = Extension::End;  ///< End as long as no column was read
   Polarity polarity = Polarity::None;    ///< only Inverted inverts
   XorHalf xorRole = XorHalf::None;
@@ -151,11 +142,6 @@ class Equation {
   /// polarity None, with an OFF set of its own.
   bool decomposeXor(int termLimit, std::unique_ptr<Equation>& left,
                     std::unique_ptr<Equation>& right);
-
-  // ---- export ----
-
-  /// Writes the ON set with marks "1" and the OFF set with marks "0" into an output column.
-  void writeRows(RowMerger& rows, std::size_t column) const;
 
  private:
   // Of the support only the terms that it comes from are kept: a set of columns for each Equation

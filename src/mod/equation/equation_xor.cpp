@@ -73,7 +73,7 @@ bool Equation::bringToPlainForm() {
 
 std::unique_ptr<Equation> Equation::makeXorOperand(std::span<const Cube> cubes,
                                                    const ColumnMap& map, XorHalf role) const {
-  auto operand = std::make_unique<Equation>(*terms_, owner, name);
+  auto operand = std::make_unique<Equation>(*terms_);
   for (const Cube& cube : cubes) operand->addOnTerm(terms_->term(map.widen(cube)));
   operand->extension = Extension::None;
   operand->xorRole = role;

@@ -68,6 +68,14 @@ std::string formatText(const char* format, std::va_list arguments) {
   return text;
 }
 
+/// A line of parts, behind its kind and the tag.
+void sendLine(unsigned mask, std::string_view kind, std::initializer_list<std::string_view> parts) {
+  std::string line(kind);
+  line.append(toolTag).append(": ");
+  for (const std::string_view part : parts) line += part;
+  logText(mask, line += '\n');
+}
+
 }  // namespace
 
 void logMessage(unsigned mask, const char* format, ...) {
@@ -75,6 +83,24 @@ void logMessage(unsigned mask, const char* format, ...) {
   va_start(arguments, format);
   logText(mask, formatText(format, arguments));
   va_end(arguments);
+}
+
+void message(unsigned mask, std::initializer_list<std::string_view> parts) {
+  std::string text;
+  for (const std::string_view part : parts) text += part;
+  logText(mask, text);
+}
+
+void note(std::initializer_list<std::string_view> parts) {
+  sendLine(toLog, "<Note> ", parts);
+}
+
+void warning(std::initializer_list<std::string_view> parts) {
+  sendLine(toLog, "<Warning> ", parts);
+}
+
+void error(std::initializer_list<std::string_view> parts) {
+  sendLine(toErrorAndLog, "<ERROR> ", parts);
 }
 
 bool logText(unsigned mask, std::string_view text) {

@@ -1,6 +1,7 @@
 // The one way in which messages leave the passes.
 #pragma once
 
+#include <initializer_list>
 #include <span>
 #include <string>
 #include <string_view>
@@ -23,6 +24,15 @@ inline constexpr const char* toolTag = "K52700";
 /// Formats the arguments like printf and writes the text to each channel of the mask, the error
 /// channel first. A channel without a stream drops it. No write is tested.
 [[gnu::format(printf, 2, 3)]] void logMessage(unsigned mask, const char* format, ...);
+
+/// Sends the parts, one behind the other, to each channel of the mask.
+void message(unsigned mask, std::initializer_list<std::string_view> parts);
+
+// Messages of one line, whose parts are joined behind the kind and the tag: note({name, " is so"})
+// sends "<Note> K52700: NAME is so" to the log. An error goes to both channels.
+void note(std::initializer_list<std::string_view> parts);
+void warning(std::initializer_list<std::string_view> parts);
+void error(std::initializer_list<std::string_view> parts);
 
 /// Sends a text as it stands, without an allocation of its own. False if no channel has a stream:
 /// before openLog, after closeLog, or where no file could be opened.

@@ -5,78 +5,48 @@
 namespace ostrel {
 namespace {
 
-/// What one step leaves for a later one.
-struct Progress {
-  Design& design;
-  bool collapsed = false;
+struct Step {
+  std::string_view name;
+  void (*take)(Run&);
 };
 
-using Step = Status (*)(Progress&);
-
-/// A step that can't stop the run.
-template <void (Design::*pass)()>
-Status always(Progress& progress) {
-  (progress.design.*pass)();
-  return Status::Ok;
-}
-
-/// A step whose fault stops the run.
-template <Status (Design::*pass)()>
-Status stopping(Progress& progress) {
-  return (progress.design.*pass)();
-}
-
-template <int pass>
-Status synthesizeXor(Progress& progress) {
-  progress.design.synthesizeXor(pass);
-  return Status::Ok;
-}
-
-Status refreshFanout(Progress& progress) {
-  progress.design.refreshFanout(false);
-  return Status::Ok;
-}
-
-Status collapseFeedback(Progress& progress) {
-  progress.collapsed = progress.design.collapseFeedback();
-  return Status::Ok;
-}
-
-Status refreshAfterCollapse(Progress& progress) {
-  return progress.collapsed ? refreshFanout(progress) : Status::Ok;
-}
-
-// Every step runs on every run; each pass looks at the options that concern it.
-constexpr std::array<Step, 19> pipeline = {
-    stopping<&Design::build>,
-    stopping<&Design::checkLogic>,
-    always<&Design::removeUnusedSignals>,
-    always<&Design::orderXorPairs>,
-    synthesizeXor<1>,
-    always<&Design::choosePolarity>,
-    refreshFanout,
-    collapseFeedback,
-    always<&Design::normalizePolarity>,
-    refreshAfterCollapse,
-    always<&Design::removeDeadNodes>,
-    always<&Design::splitControlEquations>,
-    always<&Design::splitEquations>,
-    synthesizeXor<2>,
-    always<&Design::choosePolarity>,
-    always<&Design::swapXorPairs>,
-    always<&Design::assignFeedbackExtensions>,
-    always<&Design::absorbInversions>,
-    always<&Design::exportTo>,
-};
+// Every step is taken on every run; each pass looks at the options that concern it. The order is
+// part of the output.
+constexpr std::array<Step, 19> steps = {{
+    {"build", [](Run& run) { run.status = build(run.design); }},
+    {"check logic", [](Run& run) { run.status = checkLogic(run.design); }},
+    {"remove unused signals", [](Run& run) { removeUnusedSignals(run.design); }},
+    {"order XOR pairs", [](Run& run) { orderXorPairs(run.design); }},
+    {"synthesize XOR", [](Run& run) { synthesizeXor(run.design, XorTurn::First); }},
+    {"choose polarity", [](Run& run) { choosePolarity(run.design); }},
+    {"count readers", [](Run& run) { run.readers = countReaders(run.design); }},
+    {"collapse feedback",
+     [](Run& run) { run.collapsed = collapseFeedback(run.design, run.readers); }},
+    {"normalize polarity", [](Run& run) { normalizePolarity(run.design); }},
+    {"count readers again",
+     [](Run& run) {
+       if (run.collapsed) run.readers = countReaders(run.design);
+     }},
+    {"remove dead nodes", [](Run& run) { removeDeadNodes(run.design, run.readers); }},
+    {"split control equations", [](Run& run) { splitControlEquations(run.design); }},
+    {"split equations", [](Run& run) { splitEquations(run.design); }},
+    {"synthesize XOR of new logic", [](Run& run) { synthesizeXor(run.design, XorTurn::NewLogic); }},
+    {"choose polarity again", [](Run& run) { choosePolarity(run.design); }},
+    {"swap XOR pairs", [](Run& run) { swapXorPairs(run.design); }},
+    {"assign feedback extensions", [](Run& run) { assignFeedbackExtensions(run.design); }},
+    {"absorb inversions", [](Run& run) { absorbInversions(run.design); }},
+    {"write into a file", [](Run& run) { run.target = toFile(run.design); }},
+}};
 
 }  // namespace
 
-Status runPipeline(Design& design) {
-  Progress progress{design};
-  for (const Step step : pipeline) {
-    if (const Status status = step(progress); status != Status::Ok) return status;
+Status runPipeline(Run& run, std::string_view last) {
+  while (run.status == Status::Ok && run.stepsDone < steps.size()) {
+    const Step& step = steps[run.stepsDone++];
+    step.take(run);
+    if (step.name == last) break;
   }
-  return Status::Ok;
+  return run.status;
 }
 
 }  // namespace ostrel

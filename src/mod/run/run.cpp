@@ -8,7 +8,6 @@
 #include <system_error>
 #include <utility>
 
-#include "design/design.h"
 #include "fil/clock.h"
 #include "fil/console.h"
 #include "fil/pla_file.h"
@@ -66,9 +65,9 @@ Outcome optimize(OutputFile& output) {
     return {exitFile, true};
   }
   heartMsg();
-  Design design(source);
-  if (runPipeline(design) != Status::Ok) return {exitDesign, true};
-  const auto content = [&design](std::ostream& stream) { design.targetPla.write(stream); };
+  Run run(source);
+  if (runPipeline(run) != Status::Ok) return {exitDesign, true};
+  const auto content = [&run](std::ostream& stream) { run.target.write(stream); };
   if (!output.write(content)) return {failToWrite(set.output), false};
   return {0, true};
 }

@@ -1,8 +1,8 @@
-// Whether a Signal's function becomes an exclusive-or pair, and how the pair is laid out.
-//
-// Until the very end the left operand is the place of a single term: devices feed one product term
-// into the exclusive-or gate.
-#include "logic/signal.h"
+#include "logic/xor_operands.h"
+
+#include <memory>
+#include <utility>
+
 #include "run/heart.h"
 #include "run/options.h"
 
@@ -25,39 +25,43 @@ int pairCost(int left, int right) {
 
 }  // namespace
 
-bool Signal::synthesizeXor() {
-  if (slot(SlotXorLeft) != nullptr || slot(SlotXorRight) != nullptr) return true;
-  if (polarity == Polarity::Inverted) return false;
-  xorTried = true;
-  Equation* logic = slot(SlotLogic);
+bool synthesizeXor(Signal& signal) {
+  if (signal.slot(SlotXorLeft) != nullptr || signal.slot(SlotXorRight) != nullptr) return true;
+  if (signal.polarity == Polarity::Inverted) return false;
+  signal.xorTried = true;
+  Equation* logic = signal.slot(SlotLogic);
   if (logic == nullptr) return false;
   // A function of one or two terms is never decomposed.
   const int terms = logic->termCount(SetSelector::Smaller);
   if (terms < 3) return false;
 
   heartMsg();
-  bool takePair = logic->decomposeXor(terms, slots_[SlotXorLeft], slots_[SlotXorRight]);
+  std::unique_ptr<Equation> left;
+  std::unique_ptr<Equation> right;
+  bool takePair = logic->decomposeXor(terms, left, right);
   if (takePair) {
-    orderXorPair();
-    const int left = slot(SlotXorLeft)->onCount();
-    const int right = slot(SlotXorRight)->onCount();
+    signal.setSlot(SlotXorLeft, *std::move(left));
+    signal.setSlot(SlotXorRight, *std::move(right));
+    orderXorPair(signal);
+    const int leftCount = signal.slot(SlotXorLeft)->onCount();
+    const int rightCount = signal.slot(SlotXorRight)->onCount();
     // An operand without a term would not be written, and the function with it.
-    takePair = left > 0 && right > 0 && terms > left + right;
+    takePair = leftCount > 0 && rightCount > 0 && terms > leftCount + rightCount;
   }
   if (!takePair) {
-    deleteSlot(SlotXorLeft);
-    deleteSlot(SlotXorRight);
+    signal.deleteSlot(SlotXorLeft);
+    signal.deleteSlot(SlotXorRight);
     return false;
   }
-  slot(SlotXorLeft)->extension = slot(SlotXorRight)->extension = logic->extension;
-  deleteSlot(SlotLogic);
+  signal.slot(SlotXorLeft)->extension = signal.slot(SlotXorRight)->extension = logic->extension;
+  signal.deleteSlot(SlotLogic);
   return true;
 }
 
-void Signal::orderXorPair() {
-  if (!hasXorPair()) return;
-  Equation* left = slot(SlotXorLeft);
-  Equation* right = slot(SlotXorRight);
+void orderXorPair(Signal& signal) {
+  if (!signal.hasXorPair()) return;
+  Equation* left = signal.slot(SlotXorLeft);
+  Equation* right = signal.slot(SlotXorRight);
   for (Equation* operand : {left, right}) {
     if (!operand->onSet().empty() || operand->reduce(SetSelector::Both)) continue;
     operand->swapSets();  // too complex for a complement: the operand takes the inversion along
@@ -76,7 +80,7 @@ void Signal::orderXorPair() {
   const bool rightIsConstant = right->isConstant(Constant::Either);
   if (leftCost == 1 && !rightIsConstant) return;
   if (rightIsConstant || rightCost == 1 || leftCost < rightCost) {
-    swapSlots(SlotXorLeft, SlotXorRight);
+    signal.swapSlots(SlotXorLeft, SlotXorRight);
   }
 }
 

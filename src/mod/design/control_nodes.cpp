@@ -1,0 +1,63 @@
+// Control functions and left exclusive-or operands come down to one literal each, which reads a
+// node with their terms.
+//
+// Idea. The device has one product term for each of them. A Signal that computes the function
+// already serves as the node, otherwise one is made; it serves all candidates with its terms.
+//
+// Example. Q.AR and R.AR are both a + b. A node Q_0 = a + b is made, and both read it. If a pin Y
+// is a + b, both read Y and no node is made.
+//
+// Cost. One walk over the candidates for each node.
+//
+// Order. Candidates are served in the order of logic(), the slots of a Signal in their own; the
+// first one of a group names the node. What stands here as a Signal's own logic is skipped.
+#include "design/passes.h"
+#include "logic/split_limits.h"
+#include "run/heart.h"
+#include "run/log.h"
+
+namespace ostrel {
+namespace {
+
+/// The column through which a control function reads a node: the internal value where there is one.
+std::size_t controlColumn(Design& design, Signal& node) {
+  if (node.feedbackColumn >= 0) return static_cast<std::size_t>(node.feedbackColumn);
+  if (node.pinColumn >= 0) return static_cast<std::size_t>(node.pinColumn);
+  return design.addReadingColumn(node);
+}
+
+/// Gives the candidates from the first one on that have exactly its terms one node, and marks them.
+void serve(Design& design, std::span<const Candidate> candidates, std::vector<bool>& isServed,
+           std::size_t first) {
+  const Equation& equation = candidates[first].equation;
+  const TermChain list = equation.onSet();
+  Signal* node = design.findEquivalent(equation);
+  if (node == nullptr) node = &design.createNodeFrom(list, candidates[first].signal.name);
+  const std::size_t column = controlColumn(design, *node);
+  const Polarity polarity = node->inversionCount() == 1 ? Polarity::Inverted : Polarity::None;
+  for (std::size_t m = first; m < candidates.size(); ++m) {
+    Equation& reader = candidates[m].equation;
+    if (&reader == node->slot(SlotLogic)) continue;
+    if (reader.substituteNode(list, column, polarity, true)) isServed[m] = true;
+  }
+}
+
+}  // namespace
+
+void splitControlEquations(Design& design) {
+  std::vector<Candidate> candidates;
+  for (Signal* signal : design.logic()) addWideControls(*signal, candidates);
+  if (candidates.empty()) return;
+  std::vector<bool> isServed(candidates.size(), false);
+  for (std::size_t n = 0; n < candidates.size(); ++n) {
+    heartMsg();
+    if (isServed[n]) continue;
+    const bool hadRepeated = candidates[n].equation.dropRepeatedTerms();
+    if (candidates[n].equation.onCount() > 1) serve(design, candidates, isServed, n);
+    // What is left can be a constant, which doesn't count as logic.
+    if (hadRepeated) design.noteEmptiedLogic();
+  }
+  logText(toLog, "\n");
+}
+
+}  // namespace ostrel

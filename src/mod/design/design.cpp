@@ -1,0 +1,84 @@
+#include "design/design.h"
+
+#include <algorithm>
+#include <cassert>
+#include <unordered_set>
+
+namespace ostrel {
+
+Signal* Design::find(std::string_view name) const {
+  const auto found = names_.find(name);
+  return found == names_.end() ? nullptr : found->second;
+}
+
+Signal* Design::findEquivalent(const Equation& equation) const {
+  const auto found = std::ranges::find_if(logic_, [&](const Signal* signal) {
+    const Equation* logic = signal->slot(SlotLogic);
+    return signal->isCombinatorial() && logic != nullptr && logic->sameFunction(equation);
+  });
+  return found == logic_.end() ? nullptr : *found;
+}
+
+Signal* Design::declare(const PlaName& record, bool isNode) {
+  if (find(record.base) != nullptr) return nullptr;
+  signals_.push_back(std::make_unique<Signal>(terms_, record, isNode));
+  Signal* signal = signals_.back().get();
+  names_.emplace(signal->name, signal);
+  return signal;
+}
+
+void Design::listLogic() {
+  logic_.clear();
+  for (const auto& signal : signals_) {
+    if (!signal->hasNoLogic()) logic_.push_back(signal.get());
+  }
+  logicIsCurrent_ = true;
+}
+
+/// No removal depends on another one, and only the columns and terms that are left at the end are
+/// ever looked at.
+void Design::remove(std::span<Signal* const> gone) {
+  if (gone.empty()) return;
+  const std::unordered_set<const Signal*> set(gone.begin(), gone.end());
+  ColumnSet goneColumns;
+  for (const Signal* signal : gone) {
+    names_.erase(signal->name);
+    for (const std::size_t column : signal->columns) goneColumns.insert(column);
+  }
+  std::erase_if(signals_, [&set](const auto& signal) { return set.contains(signal.get()); });
+  deleteColumns(goneColumns);
+  listLogic();
+}
+
+/// The columns behind a deleted one move up, in the table, in every term and in every Signal.
+void Design::deleteColumns(const ColumnSet& gone) {
+  if (gone.empty()) return;
+  std::vector<int> newColumn(columns_.size(), -1);
+  std::size_t kept = 0;
+  for (std::size_t c = 0; c < columns_.size(); ++c) {
+    if (gone.contains(c)) continue;
+    newColumn[c] = static_cast<int>(kept);
+    columns_[kept++] = columns_[c];
+  }
+  columns_.resize(kept);
+  const std::vector<Term> renumbered = terms_.deleteColumns(gone);
+  assert(terms_.width() == columns_.size());
+  for (const auto& signal : signals_) signal->followDeletion(renumbered, newColumn);
+}
+
+std::size_t Design::addColumn(Signal& signal, Extension extension) {
+  const std::size_t column = columns_.size();
+  columns_.push_back({&signal, extension});
+  signal.columns.push_back(column);
+  terms_.appendColumns(1);
+  assert(terms_.width() == columns_.size());
+  return column;
+}
+
+std::size_t Design::addReadingColumn(Signal& signal) {
+  const auto column = addColumn(signal, signal.isCombinatorial() ? Extension::None : Extension::Q);
+  (signal.isNode ? signal.feedbackColumn : signal.pinColumn) = static_cast<int>(column);
+  return column;
+}
+
+}  // namespace ostrel

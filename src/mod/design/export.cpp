@@ -1,0 +1,89 @@
+// The way back into a file. Nothing is read again from the input but its property lines.
+//
+// Order. Output columns stand in the order of logic(), those of a Signal in that of its slots. Rows
+// stand in the order in which the columns first name their terms; equal terms share a row.
+#include "logic/export.h"
+
+#include <algorithm>
+
+#include "design/passes.h"
+#include "fil/console.h"
+#include "logic/row_merger.h"
+#include "run/options.h"
+
+namespace ostrel {
+namespace {
+
+struct OutputColumn {
+  const Signal* signal;
+  const Equation* equation;
+};
+
+std::vector<OutputColumn> outputColumns(const Design& design) {
+  std::vector<OutputColumn> columns;
+  for (const Signal* signal : design.logic()) {
+    for (const Equation* equation : exportedEquations(*signal)) {
+      columns.push_back({signal, equation});
+    }
+  }
+  return columns;
+}
+
+PlaFile emptyTarget(const Design& design, int outputs) {
+  const auto isNode = [](const auto& signal) { return signal->isNode; };
+  const auto nodes = static_cast<int>(std::ranges::count_if(design.signals(), isNode));
+  const int pins = static_cast<int>(design.signals().size()) - nodes;
+  PlaFile file;
+  file.prepare(static_cast<int>(design.columns().size()), outputs, pins, nodes, design.type,
+               standardConsole());
+  file.properties = design.source().properties;
+  if (!options().module.empty()) {
+    file.properties[propertyModule] = "#$ MODULE  " + options().module;
+  }
+  return file;
+}
+
+void exportDeclarations(const Design& design, PlaFile& file) {
+  std::size_t pin = 0;
+  std::size_t node = 0;
+  for (const auto& signal : design.signals()) {
+    auto& records = file.table(signal->isNode ? NameKind::Node : NameKind::Pin).records;
+    records[signal->isNode ? node++ : pin++] = declarationName(*signal);
+  }
+  for (std::size_t c = 0; c < design.columns().size(); ++c) {
+    file.table(NameKind::Input).records[c] = inputName(design.columns()[c]);
+  }
+}
+
+void exportRows(std::span<const OutputColumn> outputs, const TermTable& terms, PlaFile& file) {
+  std::size_t named = 0;
+  for (const auto& [signal, equation] : outputs) {
+    named += equation->onSet().size() + equation->offSet().size();
+  }
+  const std::size_t mostRows = std::min(named, terms.size());
+  file.inputRows.reserve(mostRows);
+  file.outputRows.reserve(mostRows);
+  RowMerger rows(file, terms);
+  for (std::size_t k = 0; k < outputs.size(); ++k) {
+    rows.writeToRows(outputs[k].equation->onSet(), k, '1');
+    rows.writeToRows(outputs[k].equation->offSet(), k, '0');
+  }
+  file.termCount = static_cast<int>(file.inputRows.size());
+}
+
+}  // namespace
+
+PlaFile toFile(const Design& design) {
+  const std::vector<OutputColumn> outputs = outputColumns(design);
+  PlaFile file = emptyTarget(design, static_cast<int>(outputs.size()));
+  exportDeclarations(design, file);
+  for (std::size_t k = 0; k < outputs.size(); ++k) {
+    const auto& [signal, equation] = outputs[k];
+    file.table(NameKind::Output).records[k] = outputName(*signal, *equation);
+    (*file.phase)[k] = equation->phase;
+  }
+  exportRows(outputs, design.terms(), file);
+  return file;
+}
+
+}  // namespace ostrel

@@ -1,0 +1,94 @@
+// The passes over a Design, one in each file of this folder, in the order in which the pipeline
+// runs them. Each looks at the options that concern it; without them it leaves the design alone.
+#pragma once
+
+#include <vector>
+
+#include "design/design.h"
+#include "fil/pla_file.h"
+#include "fil/status.h"
+
+namespace ostrel {
+
+// ---- build.cpp ----
+
+/// Fills an empty design from its file. Not Ok, with a message, at the first fault.
+Status build(Design& design);
+
+/// Looks whether every control function has a function to control; each Signal for which that
+/// isn't so earns a message. Fatal if there was one.
+Status checkLogic(Design& design);
+
+// ---- fanout.cpp: who reads whom ----
+
+/// How many Signals read each input column.
+using Readers = std::vector<int>;
+
+/// Counts them by the supports of the Equations.
+Readers countReaders(Design& design);
+
+/// How often a Signal is read: once for each reader and column.
+int fanoutOf(const Signal& signal, const Readers& readers);
+
+/// Works out the supports of the logic, control functions apart, where there is none.
+void computeSupports(Design& design);
+
+// ---- unused.cpp ----
+
+/// Drops, with a warning, what is declared but stands in no column of the file.
+void removeUnusedSignals(Design& design);
+
+/// Drops, with a warning, the combinatorial nodes that nothing reads.
+void removeDeadNodes(Design& design, const Readers& readers);
+
+// ---- xor.cpp ----
+
+/// Lays out the XOR pairs that the file gave.
+void orderXorPairs(Design& design);
+
+enum class XorTurn : unsigned char {
+  First,     ///< offers all Signals to XOR synthesis
+  NewLogic,  ///< those whose logic has changed since they were offered
+};
+void synthesizeXor(Design& design, XorTurn turn);
+
+/// Moves the one-term operand of each XOR pair, which stood on the left, to the right.
+void swapXorPairs(Design& design);
+
+// ---- polarity.cpp ----
+
+/// Makes every Equation keep one set. From here on the design is of type f.
+void choosePolarity(Design& design);
+
+/// Brings inverted constants into plain form.
+void normalizePolarity(Design& design);
+
+// ---- collapse.cpp ----
+
+/// Gives a Signal that only repeats an XOR node the logic of that node. True if one changed.
+bool collapseFeedback(Design& design, const Readers& readers);
+
+// ---- control_nodes.cpp, split.cpp ----
+
+/// Gives each left XOR operand and control Equation with too many terms a node of its own.
+void splitControlEquations(Design& design);
+
+/// Brings the logic Equations down to the terms that the options allow.
+void splitEquations(Design& design);
+
+// ---- feedback.cpp ----
+
+/// Settles with which extension a driven pin is read back.
+void assignFeedbackExtensions(Design& design);
+
+/// Moves inversions of nodes and internal feedbacks into their readers, where the flip-flop stands
+/// before the inverter.
+void absorbInversions(Design& design);
+
+// ---- export.cpp ----
+
+/// The design as a file. One without inputs or outputs earns the console's line, and the file can
+/// be written all the same.
+PlaFile toFile(const Design& design);
+
+}  // namespace ostrel

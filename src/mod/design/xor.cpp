@@ -1,0 +1,32 @@
+// Exclusive-or pairs, Signal by Signal: those of the file are laid out, new ones are looked for
+// before and after splitting, and at the end each pair is turned around for the device.
+#include "design/passes.h"
+#include "logic/xor_operands.h"
+#include "run/options.h"
+
+namespace ostrel {
+
+void orderXorPairs(Design& design) {
+  for (Signal* signal : design.logic()) {
+    if (signal->slot(SlotLogic) == nullptr) orderXorPair(*signal);
+  }
+}
+
+void synthesizeXor(Design& design, XorTurn turn) {
+  const Options& opts = options();
+  if (!opts.xorSynthesis || !opts.reduce) return;
+  for (Signal* signal : design.logic()) {
+    if (signal->registerType == RegisterType::REG_T && opts.noXorOnT) continue;
+    if (signal->hasXorPair() || (turn == XorTurn::NewLogic && signal->xorTried)) continue;
+    signal->xorTried = true;
+    synthesizeXor(*signal);
+  }
+}
+
+void swapXorPairs(Design& design) {
+  for (Signal* signal : design.logic()) {
+    if (signal->slot(SlotXorLeft) != nullptr) signal->swapSlots(SlotXorLeft, SlotXorRight);
+  }
+}
+
+}  // namespace ostrel

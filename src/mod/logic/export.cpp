@@ -1,0 +1,51 @@
+#include "logic/export.h"
+
+#include "run/options.h"
+
+namespace ostrel {
+
+std::vector<const Equation*> exportedEquations(const Signal& signal) {
+  std::vector<const Equation*> exported;
+  if (signal.slotHasLogic(SlotXorLeft) && signal.slotHasLogic(SlotXorRight)) {
+    exported = {signal.slot(SlotXorLeft), signal.slot(SlotXorRight)};
+  } else if (signal.slotHasLogic(SlotLogic)) {
+    exported = {signal.slot(SlotLogic)};
+  }
+  for (const Slot index : controlSlots) {
+    if (signal.slotHasLogic(index)) exported.push_back(signal.slot(index));
+  }
+  return exported;
+}
+
+PlaName declarationName(const Signal& signal) {
+  PlaName record;
+  record.base = signal.name;
+  record.polarity = signal.polarity;
+  record.pin = signal.pinNumber;
+  record.registerType = signal.registerType;
+  return record;
+}
+
+PlaName outputName(const Signal& signal, const Equation& equation) {
+  PlaName record = declarationName(signal);
+  record.extension = equation.extension == Extension::REG ? Extension::D : equation.extension;
+  record.xorHalf = equation.xorRole;
+  record.polarity = equation.polarity;
+  record.onTerms = equation.onCount();
+  record.offTerms = equation.offCount();
+  const bool percentAllowed = options().percent && &equation == signal.slot(SlotLogic);
+  if (percentAllowed && record.polarity == Polarity::Inverted) {
+    record.polarity = Polarity::None;
+    record.percent = true;
+  }
+  return record;
+}
+
+PlaName inputName(const InputColumn& column) {
+  PlaName record;
+  record.base = column.signal->name;
+  record.extension = column.extension;
+  return record;
+}
+
+}  // namespace ostrel
