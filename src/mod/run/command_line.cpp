@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <optional>
 #include <utility>
 #include <variant>
 
@@ -30,17 +31,33 @@ struct Number {  // a first value, replaced by a number that is not below `least
   int first;
   int least;
 };
+// An own value stands behind '=' in the option's word; a bad one counts as none.
+struct OwnEffort {
+  MinimizeEffort Options::*field;
+};
+struct OwnNumber {
+  bool Options::*field;
+  std::optional<int> Options::*number;
+  int least;
+};
+struct OwnOrNextNumber {  // like Number, but its own value goes before the next word
+  int Options::*field;
+  int first;
+  int least;
+};
 
 struct OptionRow {
   std::string_view word;
-  std::size_t characters;  // places that are compared; wholeWord for all
-  std::variant<NextPlainWord, SetChoice, YesNo, Flag, Number> value;
+  std::size_t characters;  // places that are compared, or one of the two below
+  std::variant<NextPlainWord, SetChoice, YesNo, Flag, Number, OwnEffort, OwnNumber, OwnOrNextNumber>
+      value;
 };
 
 constexpr std::size_t wholeWord = std::string_view::npos;
+constexpr std::size_t wholeName = wholeWord - 1;  // all that stands before '='
 
 // The first row that matches acts, so the order counts.
-constexpr std::array<OptionRow, 24> optionTable = {{
+constexpr std::array<OptionRow, 29> optionTable = {{
     {"-input", 4, NextPlainWord{&Options::input}},
     {"-output", 4, NextPlainWord{&Options::output}},
     {"-log", wholeWord, NextPlainWord{&Options::log}},
@@ -65,7 +82,17 @@ constexpr std::array<OptionRow, 24> optionTable = {{
     {"-share", 4, Number{&Options::shareMin, 2, 1}},
     {"-clust", 4, Number{&Options::clusterSize, 5, 1}},
     {"-invert", 4, YesNo{&Options::invert}},
+    {"--lossless", wholeWord, Flag{&Options::lossless}},
+    {"--verify", wholeWord, Flag{&Options::verify}},
+    {"--minimize", wholeName, OwnEffort{&Options::minimize}},
+    {"--factor", wholeName, OwnNumber{&Options::factor, &Options::factorPrice, 1}},
+    {"--depth", wholeName, OwnOrNextNumber{&Options::depth, 0, 0}},
 }};
+
+bool matches(const OptionRow& row, std::string_view word) {
+  if (row.characters == wholeName) return equalNoCase(word.substr(0, word.find('=')), row.word);
+  return compareNoCaseN(word, row.word, row.characters) == 0;
+}
 
 bool isOptionWord(std::string_view word) {
   return word.starts_with('-');
@@ -75,6 +102,29 @@ bool isOptionWord(std::string_view word) {
 const std::string* valueWord(std::size_t& index, std::span<const std::string> words) {
   if (index + 1 >= words.size() || isOptionWord(words[index + 1])) return nullptr;
   return &words[++index];
+}
+
+/// What stands behind the '=' of an option word, be it empty.
+std::optional<std::string_view> ownValue(std::string_view word) {
+  const std::size_t equals = word.find('=');
+  if (equals == std::string_view::npos) return std::nullopt;
+  return word.substr(equals + 1);
+}
+
+/// The number a word begins with, 0 if it begins with none; the fallback if it is too large.
+int readNumber(std::string_view word, int fallback) {
+  const char* first = word.data();
+  const char* last = first + word.size();
+  first = std::find_if_not(first, last, isSpace);
+  if (first != last && *first == '+' && ++first != last && *first == '-') return 0;
+  int number = 0;
+  const bool tooLarge = std::from_chars(first, last, number).ec == std::errc::result_out_of_range;
+  return tooLarge ? fallback : number;
+}
+
+MinimizeEffort readEffort(std::string_view word) {
+  if (equalNoCase(word, "fast")) return MinimizeEffort::Fast;
+  return equalNoCase(word, "deep") ? MinimizeEffort::Deep : MinimizeEffort::Normal;
 }
 
 /// The walk over the words from the first option on.
@@ -94,9 +144,8 @@ class Walk {
 
  private:
   void applyOption(std::string_view word) {
-    const auto row = std::find_if(optionTable.begin(), optionTable.end(), [&](const OptionRow& r) {
-      return compareNoCaseN(word, r.word, r.characters) == 0;
-    });
+    const auto row = std::find_if(optionTable.begin(), optionTable.end(),
+                                  [&](const OptionRow& r) { return matches(r, word); });
     if (row != optionTable.end()) {
       std::visit([this](const auto& value) { take(value); }, row->value);
     }
@@ -116,6 +165,19 @@ class Walk {
     options_.*option.field = n >= option.least ? n : option.first;
     if (option.field == &Options::splitMax) options_.shareMin = 2;
   }
+  void take(OwnEffort option) {
+    options_.*option.field = readEffort(ownValue(words_[index_]).value_or(""));
+  }
+  void take(OwnNumber option) {
+    const int n = readNumber(ownValue(words_[index_]).value_or(""), 0);
+    options_.*option.field = true;
+    options_.*option.number = n >= option.least ? std::optional(n) : std::nullopt;
+  }
+  void take(OwnOrNextNumber option) {
+    const auto own = ownValue(words_[index_]);
+    const int n = own ? readNumber(*own, -1) : intOption(index_, words_, -1);
+    options_.*option.field = n >= option.least ? n : option.first;
+  }
 
   std::span<const std::string> words_;
   Options& options_;
@@ -127,14 +189,7 @@ class Walk {
 
 int intOption(std::size_t& index, std::span<const std::string> words, int fallback) {
   const std::string* word = valueWord(index, words);
-  if (word == nullptr) return fallback;
-  const char* first = word->data();
-  const char* last = first + word->size();
-  first = std::find_if_not(first, last, isSpace);
-  if (first != last && *first == '+' && ++first != last && *first == '-') return 0;
-  int number = 0;  // what a word without digits gives
-  const bool tooLarge = std::from_chars(first, last, number).ec == std::errc::result_out_of_range;
-  return tooLarge ? fallback : number;
+  return word != nullptr ? readNumber(*word, fallback) : fallback;
 }
 
 bool boolOption(std::size_t& index, std::span<const std::string> words, bool fallback) {
