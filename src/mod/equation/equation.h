@@ -115,9 +115,9 @@ class Equation {
   /// or if there is no ON set and the complement of the OFF set is beyond all bounds.
   bool reduce(SetSelector selector);
 
-  /// reduce() and then keepSets() with Smaller, without working out an OFF set that is proven to be
-  /// no smaller than the ON set.
-  void reduceToSmaller(SetSelector selector);
+  /// Like reduce(), for a caller that lets go of the larger set anyway: an OFF set that is proven
+  /// to be no smaller than the ON set is not worked out.
+  bool reduceForSmaller(SetSelector selector);
 
   // ---- columns ----
 

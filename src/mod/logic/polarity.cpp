@@ -33,11 +33,19 @@ SetSelector logicSelector(const Signal& signal) {
 void reduce(Signal& signal) {
   Equation* logic = signal.slot(SlotLogic);
   if (!signal.reduced) {
-    if (logic != nullptr) logic->reduceToSmaller(logicSelector(signal));
+    if (logic != nullptr) {
+      logic->reduceForSmaller(logicSelector(signal));
+      logic->keepSets(SetSelector::Smaller);
+    }
     signal.reduced = true;
     return;
   }
-  if (logic != nullptr) logic->reduce(logicSelector(signal));
+  if (logic != nullptr) {
+    // XOR synthesis weighs both sets of what it has not seen; nobody else looks at the larger one.
+    const bool isLast = signal.xorTried || !options().xorSynthesis;
+    const SetSelector selector = logicSelector(signal);
+    isLast ? logic->reduceForSmaller(selector) : logic->reduce(selector);
+  }
   Equation* left = signal.slot(SlotXorLeft);
   Equation* right = signal.slot(SlotXorRight);
   if (left != nullptr) left->reduce(SetSelector::Both);
