@@ -4,14 +4,11 @@
 #include <array>
 #include <utility>
 
+#include "minimizer/budgets.h"
 #include "run/log.h"
 
 namespace ostrel {
 namespace {
-
-// A missing set is worked out only up to this measure (columns in use squared, times terms): the
-// complement of a wide function can be exponentially longer than the function.
-constexpr std::size_t complexityLimit = 4096;
 
 bool isUniversal(Term term, const TermTable& terms) {
   return terms.cube(term).literalCount() == 0;

@@ -7,7 +7,6 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <optional>
 
 #include "fil/pla_file.h"
@@ -26,6 +25,9 @@ struct ColumnSets {
   TermChain on;
   TermChain off;
 };
+
+class ColumnMap;
+struct XorOperands;
 
 class Equation {
  public:
@@ -142,13 +144,10 @@ class Equation {
 
   // ---- exclusive-or synthesis ----
 
-  /// Writes the function as the exclusive OR of a left operand, a single product term, and a right
-  /// operand, a sum of products, and stores both in the places. False if no pair was found, or if
-  /// each pair is proven to have `termLimit` terms or more; the places may then
-  /// be filled all the same. The Equation's function stays, but it may have been brought to
+  /// The function as an exclusive-or pair. None if no pair was found, or if each pair is proven to
+  /// have `termLimit` terms or more. The Equation's function stays, but it may have been brought to
   /// polarity None, with an OFF set of its own.
-  bool decomposeXor(int termLimit, std::unique_ptr<Equation>& left,
-                    std::unique_ptr<Equation>& right);
+  std::optional<XorOperands> decomposeXor(int termLimit);
 
  private:
   // Of the support only the terms that it comes from are kept: a set of columns for each Equation
@@ -164,13 +163,23 @@ class Equation {
   std::optional<TermChain> complementOf(const TermChain& chain) const;
   bool workOut(SetSelector selector, bool keepsSmaller);
   bool bringToPlainForm();
-  std::unique_ptr<Equation> makeXorOperand(std::span<const Cube> cubes, const ColumnMap& map,
-                                           XorHalf role) const;
+  Equation makeXorOperand(std::span<const Cube> cubes, const ColumnMap& map, XorHalf role) const;
 
   TermTable* terms_;
   TermChain onSet_;
   TermChain offSet_;
   Support support_;
 };
+
+/// A function as the exclusive OR of a left operand, a single product term, and a right operand, a
+/// sum of products.
+struct XorOperands {
+  Equation left;
+  Equation right;
+};
+
+/// Exchanges the sets of both halves of an exclusive-or pair, which keeps its function, if that
+/// makes the right one shorter and leaves the left one a single term.
+void swapSetsIfShorter(Equation& left, Equation& right);
 
 }  // namespace ostrel

@@ -50,11 +50,7 @@ void reduce(Signal& signal) {
   Equation* right = signal.slot(SlotXorRight);
   if (left != nullptr) left->reduce(SetSelector::Both);
   if (right != nullptr) right->reduce(SetSelector::Both);
-  if (signal.hasXorPair() && left->offCount() == 1 && right->offCount() > 0 &&
-      right->offCount() < right->onCount()) {
-    left->swapSets();
-    right->swapSets();
-  }
+  if (signal.hasXorPair()) swapSetsIfShorter(*left, *right);
 }
 
 void choosePolarity(Signal& signal) {
