@@ -22,10 +22,8 @@ bool isUniversal(Term term, const TermTable& terms) {
 Status Equation::readColumn(const PlaFile& file, int column, ColumnSets sets) {
   const PlaName& columnName = file.name(NameKind::Output, column);
   if (extension != Extension::End) {
-    logMessage(toErrorAndLog,
-               "<ERROR> %s: %s has conflicting functions or DOT extensions (%s and %s)\n", toolTag,
-               columnName.base.c_str(), extensionText(columnName.extension).data(),
-               extensionText(extension).data());
+    error({columnName.base, " has conflicting functions or DOT extensions (",
+           extensionText(columnName.extension), " and ", extensionText(extension), ")"});
     return Status::Fatal;
   }
   extension = columnName.extension;

@@ -30,12 +30,12 @@ constexpr int exitDesign = 1;
 constexpr int exitFile = 2;
 
 int failToRead(const std::string& name) {
-  logMessage(toErrorAndLog, "<ERROR> %s: failed to read %s\a\n", toolTag, name.c_str());
+  error({"failed to read ", name, "\a"});
   return exitFile;
 }
 
 int failToWrite(const std::string& name) {
-  logMessage(toErrorAndLog, "<ERROR> %s: failed to write %s\a\n", toolTag, name.c_str());
+  error({"failed to write ", name, "\a"});
   return exitFile;
 }
 
@@ -46,51 +46,50 @@ Status readSource(std::istream& input, PlaFile& source) {
 
 /// Reads the input, runs the passes and writes the output, which is empty after a fault.
 int optimize(OutputFile& output) {
-  const Options& set = options();
-  std::ifstream input(set.input);
-  if (!input.is_open()) return failToRead(set.input);
+  const Options& opts = options();
+  std::ifstream input(opts.input);
+  if (!input.is_open()) return failToRead(opts.input);
   PlaFile source;
   const Status status = readSource(input, source);
   input.close();
   if (status != Status::Ok) {
-    logMessage(toErrorAndLog, "<ERROR> %s: failed to read PLA data in %s\a\n", toolTag,
-               set.input.c_str());
+    error({"failed to read PLA data in ", opts.input, "\a"});
     return exitFile;
   }
   heartMsg();
   Run run(source);
   if (runPipeline(run) != Status::Ok) return exitDesign;
   const auto content = [&run](std::ostream& stream) { run.target.write(stream); };
-  return output.write(content) ? 0 : failToWrite(set.output);
+  return output.write(content) ? 0 : failToWrite(opts.output);
 }
 
 /// Opens the output before anything is read. `hasOutput` tells whether the file of that name is
 /// this run's, which it is not if it could not be opened.
 int runOptimizer(bool& hasOutput) {
-  const Options& set = options();
+  const Options& opts = options();
   OutputFile output;
-  hasOutput = !isSameFile(set.output, set.input) && output.open(set.output);
-  return hasOutput ? optimize(output) : failToWrite(set.output);
+  hasOutput = !isSameFile(opts.output, opts.input) && output.open(opts.output);
+  return hasOutput ? optimize(output) : failToWrite(opts.output);
 }
 
 void writePreamble(const std::vector<std::string>& words, std::time_t start) {
-  logMessage(toLog, "%s(%s)  %s\n\n", title.data(), buildDate.data(), timeText(start).c_str());
-  for (const std::string& word : words) logMessage(toLog, "%s ", word.c_str());
-  logMessage(toLog, "\n");
+  message(toLog, {title, "(", buildDate, ")  ", timeText(start), "\n\n"});
+  for (const std::string& word : words) message(toLog, {word, " "});
+  logText(toLog, "\n");
 }
 
 int runLogged(const std::vector<std::string>& words, std::time_t start,
               std::span<const std::string> sources) {
-  const Options& set = options();
+  const Options& opts = options();
   writePreamble(words, start);
   std::error_code ignored;
-  if (!std::filesystem::exists(set.input, ignored)) return failToRead(set.input);
+  if (!std::filesystem::exists(opts.input, ignored)) return failToRead(opts.input);
   bool hasOutput = false;
   const int result = runOptimizer(hasOutput);
   const auto seconds = static_cast<long>(std::time(nullptr) - start + 1);
-  logMessage(toLog, "%s completed in %ld seconds\n", words.front().c_str(), seconds);
-  if (set.percent) {
-    writePercentCompanion(hasOutput ? set.output : std::string(), set.percentFile, sources);
+  message(toLog, {words.front(), " completed in ", std::to_string(seconds), " seconds\n"});
+  if (opts.percent) {
+    writePercentCompanion(hasOutput ? opts.output : std::string(), opts.percentFile, sources);
   }
   return result;
 }
@@ -118,8 +117,8 @@ int runProgram(const std::vector<std::string>& words) {
   kept.insert(kept.end(), {options().output, options().percentFile});
   openLog(options().log, options().err, kept);
   if (line.optionFileLevel >= maxOptionFileLevel) {
-    logMessage(toLog, "<Warning> %s: only %d levels of nested command line @file were read\n",
-               toolTag, maxOptionFileLevel);
+    warning({"only ", std::to_string(maxOptionFileLevel),
+             " levels of nested command line @file were read"});
   }
   const int result = runLogged(words, start, sources);
   closeLog();
