@@ -8,7 +8,8 @@
 #include <string_view>
 #include <vector>
 
-#include "fil/pla_file.h"
+#include "fil/pla_reader.h"
+#include "fil/pla_writer.h"
 #include "run/command_line.h"
 #include "run/pipeline.h"
 #ifdef OSTREL_VERIFY
@@ -44,7 +45,7 @@ ostrel::Status readQuietly(ostrel::PlaFile& file, const std::string& text) {
   std::istringstream stream(text);
   std::ostringstream silent;
   silent.setstate(std::ios::badbit);
-  return file.read(stream, {silent, silent});
+  return readPla(stream, {silent, silent}, file);
 }
 
 [[noreturn]] void fail(std::string_view why, const Words& words, const std::string& input,
@@ -69,7 +70,7 @@ void runChecked(std::span<const std::uint8_t, optionBytes> bytes, const std::str
   ostrel::Run run(input);
   if (ostrel::runPipeline(run) != ostrel::Status::Ok) return;
   std::ostringstream written;
-  run.target.write(written);
+  writePla(run.target, written, "today");
   if (run.design.columns().empty() || run.target.count(ostrel::NameKind::Output) == 0) return;
 
   ostrel::PlaFile output;

@@ -4,6 +4,7 @@
 
 #include "design/passes.h"
 #include "design/term_sharing.h"
+#include "fil/pla_reader.h"
 #include "logic/xor_operands.h"
 #include "run/options.h"
 
@@ -21,7 +22,7 @@ struct Built {
   const PlaFile& read(const std::string& text) {
     std::istringstream stream(text);
     std::ostringstream ignored;
-    EXPECT_EQ(file.read(stream, {ignored, ignored}), Status::Ok) << ignored.str();
+    EXPECT_EQ(readPla(stream, {ignored, ignored}, file), Status::Ok) << ignored.str();
     return file;
   }
 

@@ -22,18 +22,28 @@ class Limits : public testing::Test {
 
   /// Runs the program on `text` with an address space of so many kilobytes.
   ProgramResult run(const std::string& text, int kilobytes, const std::string& options = "") {
-    writeFile(folder_ + "/in.tt2", text);
-    const std::string limit = isSanitized ? "" : "ulimit -v " + std::to_string(kilobytes) + "; ";
-    return runIn(
-        folder_, "/bin/sh",
-        {"sh", "-c",
-         limit + "exec " OSTREL_PROGRAM " -input in.tt2 -output out.tt3 -log log " + options});
+    return runUnder("ulimit -v " + std::to_string(kilobytes), text, options);
+  }
+
+  /// Runs the program on `text` for so many seconds of the processor at most.
+  ProgramResult runFor(int seconds, const std::string& text, const std::string& options = "") {
+    return runUnder("ulimit -t " + std::to_string(seconds), text, options);
   }
 
   std::string output() const { return readFile(folder_ + "/out.tt3"); }
   std::string log() const { return readFile(folder_ + "/log"); }
 
  private:
+  ProgramResult runUnder(const std::string& bound, const std::string& text,
+                         const std::string& options) {
+    writeFile(folder_ + "/in.tt2", text);
+    const std::string limit = isSanitized ? "" : bound + "; ";
+    return runIn(
+        folder_, "/bin/sh",
+        {"sh", "-c",
+         limit + "exec " OSTREL_PROGRAM " -input in.tt2 -output out.tt3 -log log " + options});
+  }
+
   std::string folder_ = makeFolder();
 };
 
@@ -69,6 +79,53 @@ TEST_F(Limits, AnnouncedSizesCostNothing) {
   EXPECT_TRUE(output().ends_with(".p 1\n1 1\n.end\n")) << output();
   EXPECT_EQ(run("#$ PINS 999999 A Y\n" + head + "1 1\n", 24000).exitCode, 2);
   EXPECT_EQ(run(".i 1000000\n.o 1000000\n.p 2\n1 1\n", 24000).exitCode, 1);
+}
+
+// One function whose support is that of its ON set, four columns, while the OFF set that is to be
+// complemented reads 208 others; and halves that have OFF terms only.
+TEST_F(Limits, ComplementsEnd) {
+  const auto names = [](const char* base, int count) {
+    std::string list;
+    for (int i = 0; i < count; ++i) list += std::string(" ") + base + std::to_string(i);
+    return list;
+  };
+  const int terms = 26;
+  const int wide = 8 * terms;
+  const std::string columns = names("a", 4) + names("x", wide);
+  std::string stale = "#$ PINS " + std::to_string(wide + 5) + columns + " Y\n.type fr\n.i " +
+                      std::to_string(wide + 4) + "\n.o 1\n.ilb" + columns + "\n.ob Y\n";
+  for (int t = 0; t <= terms; ++t) {  // the numbers of three digits to the base of three
+    const std::string digits = {"01-"[t / 9], "01-"[t / 3 % 3], "01-"[t % 3]};
+    stale += "1" + digits + std::string(wide, '-') + " 1\n";
+    const std::string rest = std::string(8 * (terms - 1), '-');
+    if (t < terms) stale += "0---" + std::string(rest).insert(8 * t, "11111111") + " 0\n";
+  }
+  EXPECT_EQ(runFor(2, stale, "-split").exitCode, 0);
+  EXPECT_TRUE(output().ends_with(".end\n"));
+
+  const int halves = 200;
+  std::string lone = "#$ PINS 270" + names("x", 70) + names("s", halves) +
+                     "\n.type fr\n.i 70\n.o " + std::to_string(2 * halves) + "\n.ilb" +
+                     names("x", 70) + "\n.ob";
+  std::string offHalves;
+  std::string onHalves;
+  for (int i = 0; i < halves; ++i) {
+    lone += " s" + std::to_string(i) + ".X1 s" + std::to_string(i) + ".X2";
+    offHalves += "0~";
+    onHalves += "~1";
+  }
+  lone += '\n';
+  for (int t = 0; t < 100; ++t) {
+    std::string row(70, '-');
+    for (const int k : {7 * t + 3, 11 * t + 5, 13 * t}) row[k % 70] = t * k % 3 == 0 ? '0' : '1';
+    lone += row + " " + offHalves + "\n";
+  }
+  EXPECT_EQ(runFor(8, lone + "1" + std::string(69, '-') + " " + onHalves + "\n").exitCode, 0);
+}
+
+// The time of a group follows its terms, not their square.
+TEST_F(Limits, SharesManyTermsInStep) {
+  EXPECT_EQ(runFor(2, countingDesign(17, 100000), "-split 200000").exitCode, 0);
 }
 
 TEST_F(Limits, WideRowsCrossTheBlocksOfACube) {

@@ -7,6 +7,7 @@
 #include <map>
 #include <sstream>
 
+#include "fil/pla_reader.h"
 #include "verify/command.h"
 #include "verify/judge.h"
 
@@ -38,7 +39,7 @@ std::string plaText(const std::string& design) {
 PlaFile fileOf(const std::string& design) {
   std::istringstream stream(plaText(design));
   PlaFile file;
-  EXPECT_EQ(file.read(stream, standardConsole()), Status::Ok) << design;
+  EXPECT_EQ(readPla(stream, standardConsole(), file), Status::Ok) << design;
   return file;
 }
 

@@ -6,6 +6,7 @@
 #include <ostream>
 #include <sstream>
 
+#include "fil/pla_reader.h"
 #include "verify/judge.h"
 
 namespace ostrel::verify {
@@ -97,7 +98,7 @@ bool readPla(const std::string& name, PlaFile& file, bool mayBeBare, std::ostrea
   }
   std::ostringstream notes;
   std::ostringstream faults;
-  if (file.read(stream, Console{notes, faults}) == Status::Ok) return true;
+  if (ostrel::readPla(stream, Console{notes, faults}, file) == Status::Ok) return true;
   if (mayBeBare && faults.str().empty() && file.count(NameKind::Pin) > 0) return true;
   err << notes.str() << faults.str() << "ostrel-verify: " << name << " is not a usable PLA file\n";
   return false;

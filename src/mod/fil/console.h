@@ -18,9 +18,9 @@ struct Console {
 /// Standard output and standard error.
 Console standardConsole();
 
-/// Two streams, standard output and standard error for one, behind one buffer. Both get their bytes in the order of
-/// writing, as they would without it, but a million messages cost a few calls of the system.
-/// Everything has been passed on when the object is gone.
+/// Two streams, standard output and standard error for one, behind one buffer. Both get their bytes
+/// in the order of writing, as they would without it, but a million messages cost a few calls of
+/// the system. Everything has been passed on when the object is gone.
 class OrderedConsole {
  public:
   explicit OrderedConsole(const Console& target);

@@ -1,6 +1,7 @@
 // From the words of the command line to the options of the run.
 #pragma once
 
+#include <set>
 #include <span>
 #include <string>
 #include <string_view>
@@ -20,7 +21,7 @@ enum class ParseResult {
 struct CommandLine {
   ParseResult result = ParseResult::Run;
   Options options;
-  std::vector<std::string> optionFiles;  ///< the files that were read for words
+  std::set<std::string> optionFiles;  ///< the files that were read for words
   int optionFileLevel = 0;  ///< passes made over @ words; at maxOptionFileLevel words can be left
 };
 

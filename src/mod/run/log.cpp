@@ -29,8 +29,9 @@ class LogStream {
     stream_ = other.stream_;
   }
 
-  void write(std::string_view text) {
+  bool write(std::string_view text) {
     if (stream_ != nullptr) *stream_ << text;
+    return stream_ != nullptr;
   }
 
   void close() {
@@ -47,7 +48,6 @@ class LogStream {
 struct Channels {
   LogStream log;
   LogStream err;
-  bool areOpen = false;
 };
 
 Channels& channels() {
@@ -89,10 +89,11 @@ void error(Parts parts) {
   sendLine(toErrorAndLog, "<ERROR> ", parts);
 }
 
-void logText(unsigned mask, std::string_view text) {
+bool logText(unsigned mask, std::string_view text) {
   Channels& to = channels();
-  if ((mask & ErrorChannel) != 0) to.err.write(text);
-  if ((mask & LogChannel) != 0) to.log.write(text);
+  const bool isError = (mask & ErrorChannel) != 0 && to.err.write(text);
+  const bool isLogged = (mask & LogChannel) != 0 && to.log.write(text);
+  return isError || isLogged;
 }
 
 void openLog(const std::string& logName, const std::string& errName,
@@ -103,15 +104,9 @@ void openLog(const std::string& logName, const std::string& errName,
   } else {
     channels().err.open(errName, std::cerr, kept);
   }
-  channels().areOpen = true;
-}
-
-bool isLogOpen() {
-  return channels().areOpen;
 }
 
 void closeLog() {
-  channels().areOpen = false;
   channels().err.close();
   channels().log.close();
 }

@@ -31,17 +31,15 @@ void note(std::initializer_list<std::string_view> parts);
 void warning(std::initializer_list<std::string_view> parts);
 void error(std::initializer_list<std::string_view> parts);
 
-/// Sends a text as it stands, without an allocation of its own.
-void logText(unsigned mask, std::string_view text);
+/// Sends a text as it stands, without an allocation of its own. False if no channel has a stream:
+/// before openLog, after closeLog, or where no file could be opened.
+bool logText(unsigned mask, std::string_view text);
 
 /// Opens the two channels: the named files, truncated, or standard output and standard error for
 /// empty names. A file that can't be opened, or that is one of the files `kept`, which must not be
 /// lost, leaves its channel without a stream. Two names of one file share one stream.
 void openLog(const std::string& logName, const std::string& errName,
              std::span<const std::string> kept);
-
-/// False before openLog has been through, and after closeLog: messages are dropped then.
-bool isLogOpen();
 
 /// Writes out what the channels still hold and closes their files.
 void closeLog();

@@ -1,6 +1,7 @@
 // Option files: `@name` on the command line stands for the words of the file `name`.
 #pragma once
 
+#include <set>
 #include <string>
 #include <vector>
 
@@ -13,7 +14,6 @@ inline constexpr int maxOptionFileLevel = 4;
 /// until none is left or the level is passed. Words are split at white space, with no comments and
 /// no quoting; a file that can't be read adds nothing. The first word is carried along.
 /// Gives the number of passes made, and adds the names of the files that it opened to `opened`.
-int expandOptionFiles(std::vector<std::string>& words, int maxLevel,
-                      std::vector<std::string>& opened);
+int expandOptionFiles(std::vector<std::string>& words, int maxLevel, std::set<std::string>& opened);
 
 }  // namespace ostrel

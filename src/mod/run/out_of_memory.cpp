@@ -18,11 +18,7 @@ constexpr int maxTries = 4;
 void outOfMemory() {
   static int tries = 0;
   constexpr const char* message = "<ERROR> K52700: failed to allocate memory\n";
-  if (isLogOpen()) {
-    logText(toErrorAndLog, message);
-  } else {
-    writeToStandardError(message);
-  }
+  if (!logText(toErrorAndLog, message)) writeToStandardError(message);
   if (++tries < maxTries) return;
   OutputFile::abandon();
   closeLog();

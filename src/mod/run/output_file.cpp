@@ -17,30 +17,35 @@ OutputFile::~OutputFile() {
 }
 
 bool OutputFile::open(const std::string& name) {
+  if (!replaceablePlace(name) && !openInPlace(name)) return false;
   name_ = name;
-  if (std::optional<SideFile> side = SideFile::beside(name)) {
-    side_.emplace(*std::move(side));
-    stream_.open(side_->name(), std::ios::trunc);
-    if (!stream_.is_open()) side_.reset();
-  }
-  if (!side_ && !openInPlace()) return false;
   openFile() = this;
   return true;
 }
 
-bool OutputFile::openInPlace() {
+bool OutputFile::openInPlace(const std::string& name) {
   stream_.close();
   stream_.clear();
-  stream_.open(name_, std::ios::trunc);
-  if (!stream_.is_open()) name_.clear();
+  stream_.open(name, std::ios::trunc);
   return stream_.is_open();
 }
 
-bool OutputFile::write(const std::function<void(std::ostream&)>& content) {
-  bool isWhole = fill(content);
-  if (isWhole && side_ && !side_->place()) {
+/// Opens what the content goes to: looks again for a place to write beside, since a run takes time.
+bool OutputFile::openBeside() {
+  if (std::optional<std::string> place = replaceablePlace(name_)) {
+    side_.emplace(*std::move(place));
+    if (!side_->name().empty()) stream_.open(side_->name(), std::ios::trunc);
+    if (stream_.is_open()) return true;
     side_.reset();
-    isWhole = openInPlace() && fill(content);
+  }
+  return openInPlace(name_);
+}
+
+bool OutputFile::write(const std::function<void(std::ostream&)>& content) {
+  bool isWhole = (stream_.is_open() || openBeside()) && fill(content);
+  if (isWhole && side_ && !side_->moveToPlace()) {
+    side_.reset();
+    isWhole = openInPlace(name_) && fill(content);
   }
   if (!isWhole) {
     leaveEmpty();
@@ -63,7 +68,8 @@ bool OutputFile::fill(const std::function<void(std::ostream&)>& content) {
 
 void OutputFile::leaveEmpty() noexcept {
   if (name_.empty()) return;
-  if (!side_ || !side_->placeEmpty()) emptyFile(name_.c_str());
+  side_.reset();
+  emptyFile(name_.c_str());
   name_.clear();
   openFile() = nullptr;
 }

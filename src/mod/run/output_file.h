@@ -13,7 +13,7 @@ namespace ostrel {
 /// A plain file is written beside its place and gets its name when it is complete, so that whoever
 /// looks sees the old file or the new one. What has no such place (a device, a FIFO, a name among
 /// several of one file, a folder that takes no new file) is written where it is. A file that was
-/// opened and not written is empty afterwards. There is one at a time.
+/// opened and not written is empty afterwards. One is open at a time.
 class OutputFile {
  public:
   OutputFile() = default;
@@ -21,7 +21,8 @@ class OutputFile {
   OutputFile& operator=(const OutputFile&) = delete;
   ~OutputFile();
 
-  /// False if no file of the name can be written; nothing has changed then.
+  /// False if no file of the name can be written; nothing has changed then. A plain file stays as
+  /// it is until the new one is complete.
   bool open(const std::string& name);
 
   /// Lets `content` write the whole file, a second time if the first place turns out to be none.
@@ -34,8 +35,9 @@ class OutputFile {
   static void abandon() noexcept;
 
  private:
+  bool openBeside();
   bool fill(const std::function<void(std::ostream&)>& content);
-  bool openInPlace();
+  bool openInPlace(const std::string& name);
   void leaveEmpty() noexcept;
 
   std::string name_;  // empty unless a file is open

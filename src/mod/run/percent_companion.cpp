@@ -1,8 +1,10 @@
 #include "run/percent_companion.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <fstream>
 #include <string_view>
+#include <system_error>
 
 #include "fil/text.h"
 #include "run/log.h"
@@ -32,7 +34,10 @@ namespace {
 bool copyCompanion(const std::string& inputName, const std::string& outputName) {
   OutputFile to;
   return to.open(outputName) && to.write([&inputName](std::ostream& stream) {
-    std::ifstream from(inputName);
+    std::ifstream from;
+    std::error_code ignored;
+    // What went into a FIFO is with its reader, and to wait for more would be to wait for ever.
+    if (!std::filesystem::is_fifo(inputName, ignored)) from.open(inputName);
     copyWithoutPercent(from, stream);
     if (!from.is_open() || from.bad()) stream.setstate(std::ios::badbit);
   });

@@ -10,7 +10,8 @@
 
 #include "fil/clock.h"
 #include "fil/console.h"
-#include "fil/pla_file.h"
+#include "fil/pla_reader.h"
+#include "fil/pla_writer.h"
 #include "run/command_line.h"
 #include "run/heart.h"
 #include "run/help.h"
@@ -41,35 +42,46 @@ int failToWrite(const std::string& name) {
 
 Status readSource(std::istream& input, PlaFile& source) {
   OrderedConsole console(standardConsole());
-  return source.read(input, console.streams());
+  return readPla(input, console.streams(), source);
 }
 
+/// What a run leaves: its exit code, and whether the file of the output's name is its own, which it
+/// is not if it could not be opened, and nobody knows after a fault in writing it.
+struct Outcome {
+  int exitCode;
+  bool hasOutput;
+};
+
 /// Reads the input, runs the passes and writes the output, which is empty after a fault.
-int optimize(OutputFile& output) {
+Outcome optimize(OutputFile& output) {
   const Options& opts = options();
   std::ifstream input(opts.input);
-  if (!input.is_open()) return failToRead(opts.input);
+  if (!input.is_open()) return {failToRead(opts.input), true};
   PlaFile source;
   const Status status = readSource(input, source);
   input.close();
   if (status != Status::Ok) {
     error({"failed to read PLA data in ", opts.input, "\a"});
-    return exitFile;
+    return {exitFile, true};
   }
   heartMsg();
   Run run(source);
-  if (runPipeline(run) != Status::Ok) return exitDesign;
-  const auto content = [&run](std::ostream& stream) { run.target.write(stream); };
-  return output.write(content) ? 0 : failToWrite(opts.output);
+  if (runPipeline(run) != Status::Ok) return {exitDesign, true};
+  const auto content = [&run](std::ostream& stream) {
+    writePla(run.target, stream, timeText(std::time(nullptr)));
+  };
+  if (!output.write(content)) return {failToWrite(opts.output), false};
+  return {0, true};
 }
 
-/// Opens the output before anything is read. `hasOutput` tells whether the file of that name is
-/// this run's, which it is not if it could not be opened.
-int runOptimizer(bool& hasOutput) {
+/// Opens the output before anything is read.
+Outcome runOptimizer() {
   const Options& opts = options();
   OutputFile output;
-  hasOutput = !isSameFile(opts.output, opts.input) && output.open(opts.output);
-  return hasOutput ? optimize(output) : failToWrite(opts.output);
+  if (isSameFile(opts.output, opts.input) || !output.open(opts.output)) {
+    return {failToWrite(opts.output), false};
+  }
+  return optimize(output);
 }
 
 void writePreamble(const std::vector<std::string>& words, std::time_t start) {
@@ -84,14 +96,13 @@ int runLogged(const std::vector<std::string>& words, std::time_t start,
   writePreamble(words, start);
   std::error_code ignored;
   if (!std::filesystem::exists(opts.input, ignored)) return failToRead(opts.input);
-  bool hasOutput = false;
-  const int result = runOptimizer(hasOutput);
+  const auto [exitCode, hasOutput] = runOptimizer();
   const auto seconds = static_cast<long>(std::time(nullptr) - start + 1);
   message(toLog, {words.front(), " completed in ", std::to_string(seconds), " seconds\n"});
   if (opts.percent) {
     writePercentCompanion(hasOutput ? opts.output : std::string(), opts.percentFile, sources);
   }
-  return result;
+  return exitCode;
 }
 
 }  // namespace
@@ -111,7 +122,7 @@ int runProgram(const std::vector<std::string>& words) {
     std::cout.flush();
     return exitFile;
   }
-  std::vector<std::string> sources = std::move(line.optionFiles);
+  std::vector<std::string> sources(line.optionFiles.begin(), line.optionFiles.end());
   sources.push_back(options().input);
   std::vector<std::string> kept = sources;
   kept.insert(kept.end(), {options().output, options().percentFile});

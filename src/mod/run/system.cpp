@@ -1,71 +1,51 @@
 #include "run/system.h"
 
-#include <array>
 #include <cerrno>
-#include <climits>
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
+#include <filesystem>
+#include <iterator>
 #include <sys/stat.h>
+#include <system_error>
 #include <unistd.h>
 #include <utility>
+
+namespace fs = std::filesystem;
 
 namespace ostrel {
 namespace {
 
-constexpr std::array endingSignals = {SIGHUP, SIGINT, SIGQUIT, SIGTERM, SIGXCPU, SIGALRM};
-
-// What a signal has to remove: a copy of the name that no string can take away from under it.
-std::array<char, PATH_MAX> pendingName{};
-volatile std::sig_atomic_t isPending = 0;
-
-extern "C" void removePending(int signal) {
-  if (isPending != 0) unlink(pendingName.data());
-  std::signal(signal, SIG_DFL);
-  std::raise(signal);
+/// The folder of a file, to stand in front of a name in it.
+std::string folderOf(const std::string& name) {
+  const std::size_t slash = name.rfind('/');
+  return slash == std::string::npos ? "./" : name.substr(0, slash + 1);
 }
 
-/// Keeps the ending signals waiting as long as it lives.
-class SignalsWait {
- public:
-  SignalsWait() {
-    sigset_t all;
-    sigfillset(&all);
-    sigprocmask(SIG_BLOCK, &all, &before_);
-  }
-  SignalsWait(const SignalsWait&) = delete;
-  SignalsWait& operator=(const SignalsWait&) = delete;
-  ~SignalsWait() { sigprocmask(SIG_SETMASK, &before_, nullptr); }
-
- private:
-  sigset_t before_{};
-};
-
-void watch(const std::string& name) {
-  name.copy(pendingName.data(), name.size());
-  pendingName[name.size()] = '\0';
-  isPending = 1;
-  for (const int signal : endingSignals) {
-    // A signal that the caller of this process wants ignored, as nohup does, stays ignored.
-    if (std::signal(signal, removePending) == SIG_IGN) std::signal(signal, SIG_IGN);
-  }
-}
-
-/// The name behind all links; the target need not exist yet. Nothing for what has no plain name.
-std::optional<std::string> resolve(const std::string& target) {
-  std::string name = target;
+/// The name behind all links; the file need not exist yet. Nothing for links without an end, and
+/// for those of /proc, which stand for open files: whoever opened one goes on with the old one.
+std::optional<std::string> behindLinks(std::string name) {
   constexpr int maxLinks = 40;
   for (int i = 0; i < maxLinks; ++i) {
-    std::array<char, PATH_MAX> text{};
-    const ssize_t length = readlink(name.c_str(), text.data(), text.size() - 1);
-    if (length < 0) return name;
-    const std::string link(text.data(), static_cast<std::size_t>(length));
-    const std::size_t slash = name.rfind('/');
-    const bool isRelative = !link.starts_with('/') && slash != std::string::npos;
-    name = isRelative ? name.substr(0, slash + 1) + link : link;
+    std::error_code isNoLink;
+    const std::string link = fs::read_symlink(name, isNoLink);
+    if (isNoLink) return name;
+    const fs::path folder = fs::canonical(folderOf(name), isNoLink);
+    if (isNoLink || *std::next(folder.begin()) == "proc") return std::nullopt;
+    name = link.starts_with('/') ? link : folderOf(name) + link;
   }
   return std::nullopt;
+}
+
+bool isStandardStream(const struct stat& file) {
+  for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    struct stat open {};
+    if (fstat(stream, &open) == 0 && open.st_dev == file.st_dev && open.st_ino == file.st_ino) {
+      return true;
+    }
+  }
+  return false;
 }
 
 mode_t modeOfNewFile() {
@@ -74,28 +54,25 @@ mode_t modeOfNewFile() {
   return 0666 & ~mask;
 }
 
-/// Makes the new file look like the old one, or like any new file where there is none.
-bool takeLooks(int file, const struct stat* old) {
-  if (old == nullptr) return fchmod(file, modeOfNewFile()) == 0;
+/// Makes a new file look like the one in its place, or like any new file where there is none.
+bool takeLooks(int file, const std::string& place) {
+  struct stat old {};
   struct stat own {};
+  if (stat(place.c_str(), &old) != 0) return fchmod(file, modeOfNewFile()) == 0;
   if (fstat(file, &own) != 0) return false;
-  const bool hasOwner = own.st_uid == old->st_uid && own.st_gid == old->st_gid;
-  if (!hasOwner && fchown(file, old->st_uid, old->st_gid) != 0) return false;
-  return fchmod(file, old->st_mode & 07777) == 0;
+  const bool hasOwner = own.st_uid == old.st_uid && own.st_gid == old.st_gid;
+  if (!hasOwner && fchown(file, old.st_uid, old.st_gid) != 0) return false;
+  return fchmod(file, old.st_mode & 07777) == 0;
 }
 
-/// Whether a new file in the folder of the target may take the place of an old one. A folder with
-/// the sticky bit gives away only files of one's own.
-bool mayReplace(const std::string& target, const struct stat* old) {
-  if (old == nullptr) return true;
-  if (!S_ISREG(old->st_mode) || old->st_nlink > 1) return false;
-  if (faccessat(AT_FDCWD, target.c_str(), W_OK, AT_EACCESS) != 0) return false;
-  const std::size_t slash = target.rfind('/');
-  const std::string folder = slash == std::string::npos ? "." : target.substr(0, slash + 1);
-  struct stat where {};
-  if (stat(folder.c_str(), &where) != 0) return false;
-  const uid_t self = geteuid();
-  return (where.st_mode & S_ISVTX) == 0 || self == 0 || self == old->st_uid || self == where.st_uid;
+/// Whether this process may do with a file or folder what the access mode says.
+bool isAllowed(const std::string& name, int mode) {
+  return faccessat(AT_FDCWD, name.c_str(), mode, AT_EACCESS) == 0;
+}
+
+bool isReplaceable(const std::string& place, const struct stat& old) {
+  return S_ISREG(old.st_mode) && old.st_nlink == 1 && !isStandardStream(old) &&
+         isAllowed(place, W_OK);
 }
 
 }  // namespace
@@ -114,53 +91,53 @@ void writeToStandardError(const char* text) noexcept {
 }
 
 void emptyFile(const char* name) noexcept {
-  if (truncate(name, 0) != 0) return;  // a device or a FIFO holds nothing
+  if (truncate(name, 0) == 0 || errno != ENOENT) return;
+  const int file = open(name, O_WRONLY | O_CREAT, 0666);
+  if (file >= 0) close(file);
 }
 
-std::optional<SideFile> SideFile::beside(const std::string& target) {
-  const std::optional<std::string> resolved = resolve(target);
-  if (!resolved || resolved->empty() || resolved->ends_with('/')) return std::nullopt;
+std::optional<std::string> replaceablePlace(const std::string& name) {
+  std::optional<std::string> place = behindLinks(name);
+  if (!place || place->empty() || place->ends_with('/')) return std::nullopt;
   struct stat old {};
-  const bool exists = stat(resolved->c_str(), &old) == 0;
-  if (!exists && errno != ENOENT) return std::nullopt;
-  if (!mayReplace(*resolved, exists ? &old : nullptr)) return std::nullopt;
-  const std::size_t slash = resolved->rfind('/');
-  std::string name = slash == std::string::npos ? "" : resolved->substr(0, slash + 1);
-  name += ".ostrel-XXXXXX";
-  if (name.size() >= pendingName.size()) return std::nullopt;
-  const SignalsWait between;  // the file and the note of its name
+  const bool exists = stat(place->c_str(), &old) == 0;
+  if (exists ? !isReplaceable(*place, old) : errno != ENOENT) return std::nullopt;
+  if (!isAllowed(folderOf(*place), W_OK | X_OK)) return std::nullopt;
+  return place;
+}
+
+SignalsWait::SignalsWait() {
+  sigset_t all;
+  sigfillset(&all);
+  sigprocmask(SIG_BLOCK, &all, &before_);
+}
+
+SignalsWait::~SignalsWait() {
+  sigprocmask(SIG_SETMASK, &before_, nullptr);
+}
+
+SideFile::SideFile(std::string place) : place_(std::move(place)) {
+  std::string name = folderOf(place_) + ".ostrel-XXXXXX";
   const int file = mkstemp(name.data());
-  if (file < 0) return std::nullopt;
-  SideFile side(std::move(name), *resolved);
-  const bool hasLooks = takeLooks(file, exists ? &old : nullptr);
+  if (file < 0) return;
+  name_ = std::move(name);
+  if (!takeLooks(file, place_)) drop();
   close(file);
-  if (!hasLooks) return std::nullopt;
-  return side;
 }
-
-SideFile::SideFile(std::string name, std::string target)
-    : name_(std::move(name)), target_(std::move(target)) {
-  watch(name_);
-}
-
-SideFile::SideFile(SideFile&& other) noexcept
-    : name_(std::exchange(other.name_, {})), target_(std::move(other.target_)) {}
 
 SideFile::~SideFile() {
-  if (name_.empty()) return;
-  unlink(name_.c_str());
-  isPending = 0;
+  drop();
 }
 
-bool SideFile::place() {
-  if (rename(name_.c_str(), target_.c_str()) != 0) return false;
-  isPending = 0;
+bool SideFile::moveToPlace() {
+  if (rename(name_.c_str(), place_.c_str()) != 0) return false;
   name_.clear();
   return true;
 }
 
-bool SideFile::placeEmpty() noexcept {
-  return truncate(name_.c_str(), 0) == 0 && place();
+void SideFile::drop() noexcept {
+  if (!name_.empty()) unlink(name_.c_str());
+  name_.clear();
 }
 
 }  // namespace ostrel

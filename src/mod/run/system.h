@@ -1,6 +1,7 @@
 // What only the operating system can do, in one place: everything else is portable C++.
 #pragma once
 
+#include <csignal>
 #include <optional>
 #include <string>
 
@@ -14,38 +15,52 @@ void guardStreams();
 /// Writes a text to standard error without an allocation, past every buffer.
 void writeToStandardError(const char* text) noexcept;
 
-/// Empties a plain file and leaves everything else alone; allocates nothing.
+/// Empties a plain file, or makes it where there is none; leaves a device or a FIFO as it is.
+/// Allocates nothing.
 void emptyFile(const char* name) noexcept;
 
-/// A new, empty file beside the plain file that `target` names, through whatever links, with the
-/// owner and mode of that file or those of a new one. It is removed if the process is ended by a
-/// signal (SIGKILL aside) before it is placed or dropped. There is one at a time.
+/// The plain file that a name leads to through whatever links, or the free place for one, if
+/// another file may take its name. Nothing if it can only be written where it is: it is a device, a
+/// FIFO or a folder, has several hard links, is open as a standard stream, may not be written, or
+/// stands in a folder that takes no file of ours in its stead.
+std::optional<std::string> replaceablePlace(const std::string& name);
+
+/// Keeps every signal that can wait waiting for as long as it lives.
+class SignalsWait {
+ public:
+  SignalsWait();
+  SignalsWait(const SignalsWait&) = delete;
+  SignalsWait& operator=(const SignalsWait&) = delete;
+  ~SignalsWait();
+
+ private:
+  sigset_t before_{};
+};
+
+/// A new, empty file beside a place that replaceablePlace gave, with the owner and mode of the file
+/// there or those of a new one. As long as it lives only SIGKILL ends the process: other signals
+/// wait until the file has its place or is gone.
 class SideFile {
  public:
-  /// Nothing if the target can only be written in place: it is a device, a FIFO or a folder, has
-  /// several hard links, may not be written, or its folder takes no file of ours in its stead.
-  static std::optional<SideFile> beside(const std::string& target);
-
-  SideFile(SideFile&& other) noexcept;
-  SideFile& operator=(SideFile&&) = delete;
+  explicit SideFile(std::string place);
   SideFile(const SideFile&) = delete;
   SideFile& operator=(const SideFile&) = delete;
   ~SideFile();
 
+  /// Empty if no such file can be made.
   const std::string& name() const { return name_; }
 
-  /// Gives the file the name of the target, in one step. False, with nothing changed, if that can't
+  /// Gives the file the name of the place, in one step. False, with nothing changed, if that can't
   /// be done.
-  bool place();
+  bool moveToPlace();
 
-  /// Empties the file and places it; allocates nothing.
-  bool placeEmpty() noexcept;
+  /// Removes the file if it has not been moved; allocates nothing.
+  void drop() noexcept;
 
  private:
-  SideFile(std::string name, std::string target);
-
-  std::string name_;    // empty once it is gone
-  std::string target_;  // behind all links
+  SignalsWait signals_;
+  std::string place_;
+  std::string name_;
 };
 
 }  // namespace ostrel
