@@ -5,8 +5,8 @@
 #include <gtest/gtest.h>
 #include <sstream>
 
-#include "program.h"
 #include "run/option_files.h"
+#include "support/program.h"
 
 namespace ostrel {
 namespace {

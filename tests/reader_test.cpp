@@ -2,29 +2,11 @@
 #include <gtest/gtest.h>
 #include <sstream>
 
-#include "fil/pla_reader.h"
 #include "fil/pla_writer.h"
+#include "support/read_text.h"
 
 namespace ostrel {
 namespace {
-
-struct Reading {
-  PlaFile file;
-  Status status;
-  std::string out;
-  std::string err;
-};
-
-Reading readText(const std::string& text) {
-  std::istringstream stream(text);
-  std::ostringstream out;
-  std::ostringstream err;
-  Reading reading;
-  reading.status = readPla(stream, {out, err}, reading.file);
-  reading.out = out.str();
-  reading.err = err.str();
-  return reading;
-}
 
 std::string rowsOf(const PlaFile& file) {
   std::string rows;
