@@ -1,13 +1,16 @@
-// Feeds pairs of files, with options of a run in front, to the reader and the verifier, with little
-// effort. A file that is compared with itself must never differ.
+// Feeds pairs of files, with options of a run in front, to the readers and the verifier, with
+// little effort. No function of a file that is compared with itself may differ.
 #include <cstdint>
 #include <cstdlib>
+#include <iterator>
 #include <sstream>
 #include <string>
 #include <vector>
 
 #include "fil/pla_reader.h"
-#include "verify/judge.h"
+#include "run/command_line.h"
+#include "verify/check/strict_reader.h"
+#include "verify/compare/judge.h"
 
 namespace {
 
@@ -32,17 +35,18 @@ bool read(const std::string& text, PlaFile& file) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   constexpr int effort = 50;
   std::string_view rest(reinterpret_cast<const char*>(data), size);
-  std::istringstream options(take(rest));
-  std::vector<std::string> words;
-  for (std::string word; options >> word;) words.push_back(word);
+  std::istringstream options("ostrel -input - " + take(rest));
+  std::vector<std::string> words{std::istream_iterator<std::string>(options), {}};
+  std::erase_if(words, [](const std::string& word) { return word.starts_with('@'); });
   PlaFile input;
   PlaFile output;
-  if (!read(take(rest), input)) return 0;
-  for (const verify::Finding& f : verify::verify(input, input, {}, effort).findings) {
-    if (f.outcome == verify::Outcome::Different && input.termCapacity == input.termCount)
-      std::abort();
+  const std::string text = take(rest);
+  verify::readStrictly(text);
+  if (!read(text, input)) return 0;
+  for (const verify::Finding& f : verify::verify(input, input, {}, {effort, {}}).findings) {
+    if (f.outcome == verify::Outcome::Different && f.kind != verify::Kind::Form) std::abort();
   }
   if (!read(take(rest), output)) return 0;
-  verify::verify(input, output, verify::readRunOptions(words), effort);
+  verify::verify(input, output, parseCommandLine(words).options, {effort, {}});
   return 0;
 }

@@ -1,15 +1,20 @@
 // The verifier: planted faults are found and shown, harmless changes pass, and what a run gives up
-// by itself is neither.
+// by itself is a difference that is named.
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <map>
 #include <sstream>
+#include <unistd.h>
 
 #include "fil/pla_reader.h"
+#include "run/command_line.h"
+#include "support/program.h"
+#include "verify/check/strict_reader.h"
 #include "verify/command.h"
-#include "verify/judge.h"
+#include "verify/compare/judge.h"
+#include "verify/compare/losses.h"
 
 namespace ostrel::verify {
 namespace {
@@ -44,7 +49,8 @@ PlaFile fileOf(const std::string& design) {
 }
 
 Verdict judge(const std::string& in, const std::string& out, const std::string& options = "") {
-  return verify(fileOf(in), fileOf(out), readRunOptions(wordsOf(options)), defaultEffort);
+  return verify(fileOf(in), fileOf(out),
+                parseCommandLine(wordsOf("ostrel -input - " + options)).options, {});
 }
 
 std::string replaced(std::string text, const std::string& from, const std::string& to) {
@@ -54,12 +60,13 @@ std::string replaced(std::string text, const std::string& from, const std::strin
 }
 
 /// The verdict in one line: "=" for all proven, else what is not, as "subject: detail" in front of
-/// a ! for different and a ? for not comparable.
+/// a ! for different and a ? for undecided, with the head of the loss's heading.
 std::string summary(const Verdict& verdict) {
   std::string text;
   for (const Finding& f : verdict.findings) {
-    if (f.outcome == Outcome::Equivalent) continue;
-    text += (f.outcome == Outcome::Different ? "!" : "?") + f.subject + ": " + f.detail + "\n";
+    if (f.outcome == Outcome::Proven) continue;
+    text += (f.outcome == Outcome::Different ? "!" : "?") + f.subject + ": " + f.detail;
+    text += f.loss.empty() ? "\n" : " (" + std::string(f.loss) + ")\n";
   }
   return text.empty() ? "=" : text;
 }
@@ -106,7 +113,7 @@ TEST(Verify, FindsPlantedFaultsAndShowsThem) {
     const std::string changed = replaced(base, fault.from, fault.to);
     const PlaFile in = fileOf(base);
     const PlaFile out = fileOf(changed);
-    const Verdict verdict = verify(in, out, {}, defaultEffort);
+    const Verdict verdict = verify(in, out, {}, {});
     const auto found = std::ranges::find_if(
         verdict.findings, [&](const Finding& f) { return f.subject == fault.subject; });
     ASSERT_NE(found, verdict.findings.end()) << fault.what;
@@ -173,6 +180,7 @@ void expectAll(const std::vector<Case>& cases) {
 }
 
 TEST(Verify, ComparesOnTheCareSet) {
+  const std::string open = "A B Y Z|N|fr|A B N|Y Z N|--1 11~,--0 00~,11- ~~1";
   expectAll({
       {"A B Y||fr|A B|Y|11 1,00 0", "A B Y||f|A B|Y|1- 1", "", "="},
       {"A B Y||fr|A B|Y|11 1,00 0", "A B Y||f|A B|Y|-- 1", "",
@@ -181,66 +189,69 @@ TEST(Verify, ComparesOnTheCareSet) {
       {"A B Y||fr|A B|Y-|1- 1,0- 0", "A B Y||f|A B|Y|0- 1", "", "="},
       {"A B Y||f|A B|Y|11 1,0- -", "A B Y||f|A B|Y|-1 1", "", "="},
       {"A B Y||f|A B|Y|11 1,0- -", "A B Y||f|A B|Y|1- 1", "", "!Y, logic: with A=1 B=0"},
-      {"A B Y||f|A B|Y|11 1", "A B Y||f|A B|Y|11 1,00 -", "", "!Y, logic: with A=0 B=0"},
+      {"A B Y||f|A B|Y|11 1", "A B Y||f|A B|Y|11 1,00 -", "", "!Y: OUTPUT leaves points open"},
+      {"A B Y||f|A B|Y|11 1", "A B Y||fr|A B|Y|11 1,0- 0,-0 0", "", "!OUTPUT: its type is not f"},
       {"A B Y||fr|A B|Y|-- ~", "A B Y||f|A B|Y|-- 1", "", "="},
       {"A B Y||f|A B|Y|-- ~", "A B Y||f|A B|Y|11 1", "", "!Y, logic: with A=1 B=1"},
-      // What INPUT leaves open in a node it must leave open in the readers, in the same sense.
-      {"A B Y|N|fr|A B N|Y N|--1 1~,--0 0~,11- ~1", "A B Y|N|f|A B N|Y N|1-- 11", "", "="},
-      {"A B Y|N|fr|A B N|Y N|--1 1~,--0 0~,11- ~1", "A B Y|N|f|A B N|Y N|1-- 1~,-1- ~1", "",
-       "!Y, logic: with A="},
-      {"A B Y|N|fr|A B N|Y N|--1 1~,--0 0~,11- ~1", "A B Y||f|A B|Y|-0 1", "",
-       "!Y, logic: with A=1 B=1"},
+      // A node that OUTPUT lacks is open but for 11: one choice has to do for both readers.
+      {open, "A B Y Z||f|A B|Y Z|1- 11", "", "="},
+      {open, "A B Y Z||f|A B|Y Z|-0 11", "", "!Y, logic: with A=1 B=1"},
+      {open, "A B Y Z||f|A B|Y Z|1- 10,11 01", "", "suits either it or Z, logic"},
+      {open, "A B Y Z|N|f|A B N|Y Z N|-1- 111", "", "="},
+      {open, "A B Y Z|N|f|A B N|Y Z N|1-- 110,-1- ~~1", "", "!Y, logic: with A="},
   });
 }
 
-TEST(Verify, NamesWhatTheRunItselfGivesUp) {
+TEST(Verify, NamesWhatARunProbablyLost) {
   const std::string reg = "A B Q||fr|A B|Q.D Q.C|0- 0~,-1 ~0";
   expectAll({
-      {reg, "A B Q||f|A B|Q.D-|0- 1", "", "?Q, clock: the ON set of a control function"},
+      {reg, "A B Q||f|A B|Q.D-|0- 1", "", "!Q, clock: OUTPUT has no such function (Keeping the ON"},
       {reg, "A B Q||f|A B|Q.D- Q.C-|0- 1~,-1 ~1", "-ck min", "="},
-      {reg, "A B Q||f|A B|Q.C-|-1 1", "-ck min -reduce none", "?Q, logic: the options keep the ON"},
-      {reg, "A B Q||f|A B|Q.C-|-1 1", "-ck min", "!Q, logic: OUTPUT has no such function"},
       {"A B Q||f|A B|Q.D Q.C|0- 1~,-1 ~1", "A B Q||f|A B|Q.D|0- 1", "-ck off",
-       "?Q, clock: -ck off"},
-      {"A B Q||f|A B|Q.D Q.C|0- 1~,-1 ~1", "A B Q||f|A B|Q.D|0- 1", "", "!Q, clock: OUTPUT has no"},
-      {"A B Y||fd|A B|Y|-- ~", "A B Y||f|A B|A|-- ~", "", "?Y, logic: a column of an fd file"},
+       "such function (Keeping the OFF set of a control function)"},
+      {"A B Q||f|A B|Q.D Q.C|0- 1~,-1 ~1", "A B Q||f|A B|Q.D|0- 1", "",
+       "!Q, clock: OUTPUT has no such function\n"},
+      {"A B Y||fd|A B|Y|-- ~", "A B Y||f|A B|A|-- ~", "", "(An empty column of an `fd` file)"},
       // A clock of two terms became a literal of N, whose name mark gives the wrong sense.
       {"A B Q|N-|f|A B N|Q.D Q.C N|1-- 1~~,11- ~11,00- ~11",
-       "A B Q|N-|f|A B N|Q.D Q.C N|1-- 1~~,--0 ~1~,11- ~~1,00- ~~1", "", "?Q, clock: it became"},
-      {"A B Q|N|f|A B N|Q.D Q.C N|1-- 1~~,11- ~11,00- ~11",
-       "A B Q|N|f|A B N|Q.D Q.C N|1-- 1~~,--0 ~1~,11- ~~1,00- ~~1", "", "!Q, clock: with"},
-      // A half that became a literal and was then, with the other half, exchanged for its OFF set.
-      {"A B C S Q||fdr|A B C S|S Q.T.X1- Q.T.X2|---- ~11,---- ~1~,--0- 000,010- 000",
-       "A B C S Q||f|A B C S.PIN|S Q.T.X1 Q.T.X2-|--1- 11~,---0 ~~1", "",
-       "?Q, logic: it became a literal of S"},
-      {"A B S|M N Q|fdr|A B M.Q N|S Q.T.X1- Q.T.X2|---- ~1~,10-- 111,01-- 111,---- ~~0,---0 00~,"
-       "-00- 00~",
-       "A B S|N Q|f|A B N S.D|S- Q.T.X1 Q.T.X2-|--0- 1~~,-0-- 1~~,---- ~1~,---1 ~~1", "",
-       "?Q, logic: rows of 0 alone read M"},
-      // A literal of a node that reads itself, beside one of a pin that can be off.
-      {"A B P|N Q|f|A B N.Q|P P.OE N Q.T.X1- Q.T.X2|--0 ~~11~,--- ~~11~,01- ~~~~1,00- 1~111,11- "
-       "1~111",
-       "A B P|N Q|f|A B N.Q P.PIN|P P.OE N Q.T.X1 Q.T.X2-|00-- 1~~~~,11-- 1~~~~,---- ~~1~~,01-- "
-       "~~~1~,"
-       "---1 ~~~1~,--1- ~~~~1",
-       "", "?Q, logic: terms that P already had"},
+       "A B Q|N-|f|A B N|Q.D Q.C N|1-- 1~~,--0 ~1~,11- ~~1,00- ~~1", "",
+       "!Q, clock: with A=1 B=0, so OUTPUT reads N=0: INPUT says 0, OUTPUT says 1 (A control"},
       {"A B Y|N|f|A B N|Y- N.X1 N.X2|--1 1~~,1-- ~1~,-1- ~~1",
-       "A B Y||f|A B|Y.X1- Y.X2-|1- 1~,-1 ~1", "", "?Y, logic: it took over the XOR pair of N"},
-      {"A Y Z||f|A|Y.X1 Y.X2 Z|1 1~1", "A Y Z||f|A|Z|1 1", "",
-       "?Y, logic: an XOR half without rows of 1"},
+       "A B Y||f|A B|Y.X1- Y.X2-|1- 1~,-1 ~1", "", "(Folding by a reader with a mark)"},
       {"A Y Z||f|A|Y.X1 Y.X2 Y.OE Z|1 1~~1", "A Y Z||f|A|Z|1 1", "",
-       "?Y, output enable: an output enable that is never on"},
-      // Where rows of 1 and of 0 meet, the value is open, and can be 0 all over.
-      {"A Y Z||fr|A|Y Y.OE Z|- 00~,1 ~11", "A Y Z||f|A|Z|1 1", "-oe min",
-       "?Y, output enable: an output enable that is never on"},
-      // Only the row of 0 that stands for Y read M, and M went as unread.
-      {"A B Y|M|fr|A B M|Y M|1-- 1~,-1- 1~,-01 0~,0-- ~1,1-- ~0", "A B Y||f|A B|Y-|-0 1", "",
-       "?Y, logic: rows of 0 alone read M"},
+       "(A pair with a half that has no ON terms)"},
+      // What reads a Signal with a loss shares it.
+      {"A B Y Z|M|fr|A B M Y|Y M Z|1--- 1~~,-1-- 1~~,-01- 0~~,0--- ~1~,1--- ~0~,---1 ~~1,---0 ~~0",
+       "A B Y Z||f|A B|Y- Z-|-0 11", "",
+       "!Y, logic: with A=1 B=0: INPUT says 1, OUTPUT says 0 (Reading a node in its OFF set)\n"
+       "!Z, logic: with A=1 B=0: INPUT says 1, OUTPUT says 0 (Reading a node in its OFF set)\n"},
       // Terms that P had are read at its pin, where it can be off.
       {"A B E P Q||f|A B E|P P.OE Q.D Q.C|11- 1~~1,00- 1~~1,--1 ~1~~,1-- ~~1~",
        "A B E P Q||f|A B E P.PIN|P P.OE Q.D Q.C|11-- 1~~~,00-- 1~~~,--1- ~1~~,1--- ~~1~,---1 ~~~1",
-       "", "?Q, clock: terms that P already had"},
+       "", "(A reused pin with an output enable)"},
+      {"A C Q:REG_L||f|A C|Q.D Q.C|1- 1~,-1 ~1", "A C Q||f|A C|Q.D Q.C|1- 1~,-1 ~1", "",
+       "!Q: the register type was REG_L and is REG_D (A register type that the columns don't"},
   });
+}
+
+TEST(Verify, KnowsTheLossesOfTheDecisions) {
+  std::istringstream decisions(readFile(OSTREL_DECISIONS));
+  std::vector<std::string> headings;
+  bool isThere = false;
+  std::string text;
+  for (std::string line; std::getline(decisions, line);) {
+    if (line.starts_with("## ")) isThere = line == "## Where a run can change a function";
+    if (isThere) text += line + " ";
+  }
+  for (std::size_t at = 0; (at = text.find("- **", at)) != std::string::npos; ++at) {
+    headings.push_back(text.substr(at + 4, text.find("**", at + 4) - at - 4));
+    if (headings.back().ends_with('.')) headings.back().pop_back();
+  }
+  std::vector<std::string> ids;
+  for (const Loss& loss : losses()) ids.emplace_back(loss.id);
+  std::ranges::sort(headings);
+  std::ranges::sort(ids);
+  EXPECT_EQ(ids, headings);
 }
 
 TEST(Verify, KnowsTheFlipFlopInFrontOfTheInverter) {
@@ -248,31 +259,56 @@ TEST(Verify, KnowsTheFlipFlopInFrontOfTheInverter) {
   const std::string turned = "A Y|N|f|A N|Y N.D N.C N.AP|-0 1~~~,-0 ~1~~,1- ~~1~,0- ~~~1";
   const std::string pin = "A Q Y||f|A Q.Q|Q.D Q.C Q.AR Y|1- 1~~~,-1 ~1~1,0- ~~1~";
   const std::string inverted = "A Q Y||f|A Q.Q|Q.D- Q.C Q.AP Y|0- 1~~~,-0 ~1~1,0- ~~1~";
+  const std::string lost = "(`-ff_inv yes` and changes of polarity outside the choice of sets)";
   expectAll({
       {toggles, turned, "-ff_inv yes", "="},
       {toggles, turned, "", "!Y, logic: with N=1: "},
       {toggles, replaced(turned, "-0 1~~~", "-1 1~~~"), "-ff_inv yes", "!"},
       {toggles, replaced(turned, ".AP", ".AR"), "-ff_inv yes", "!N, "},
+      {toggles, replaced(toggles, ".AR", ".AP"), "-ff_inv -xor -split 3", "!N, "},
       {pin, inverted, "-ff_inv yes", "="},
       {pin, inverted, "", "!"},
       {pin, replaced(inverted, "-0 ~1~1", "-1 ~1~1"), "-ff_inv yes",
        "!Q, clock: with Q.Q=1, so OUTPUT reads Q.Q=0: "},
-      {pin, replaced(inverted, ".AP", ".AR"), "-ff_inv yes", "!Q, reset"},
-      {pin, replaced(inverted, ".AP", ".AR"), "-ff_inv yes -sr no", "?Q, reset: -sr no"},
+      {pin, replaced(inverted, ".AP", ".AR"), "-ff_inv yes",
+       "!Q, reset: OUTPUT has no such function " + lost},
+      {pin, replaced(inverted, ".AP", ".AR"), "-ff_inv yes -sr no", "(`-ff_inv yes -sr no`)"},
       {replaced(pin, ".AR", ".ASYNC"), replaced(inverted, ".AP", ".SYNC"), "-ff_inv yes",
-       "?Q, reset: .ASYNC and .SYNC"},
+       "(Swapping `.SYNC` and `.ASYNC`)"},
   });
 }
 
 TEST(Verify, TellsAPinThatCanBeOffFromItsOwnValue) {
   const std::string tri = "A E P Y||f|A E P|P P.OE Y|1-- 1~~,-1- ~1~,--1 ~~1";
+  const std::string on = replaced(tri, "-1- ~1~", "--- ~1~");
   expectAll({
       {tri, replaced(tri, "A E P|P", "A E P.PIN|P"), "", "="},
       {tri, replaced(tri, "A E P|P", "A E P.FB|P"), "", "!Y, logic: with"},
-      {replaced(tri, "-1- ~1~", "--- ~1~"),
-       replaced(replaced(tri, "-1- ~1~", "--- ~1~"), "A E P|P", "A E P.D|P"), "", "="},
+      {on, replaced(on, "A E P|P", "A E P.D|P"), "", "="},
+      {on, "A E P Y||f|A E P|P Y|1-- 1~,--1 ~1", "", "="},  // always on, with and without a column
       {replaced(tri, "A E P|P", "A E P.FB|P"), replaced(tri, "--1 ~~1", "1-- ~~1"), "", "="},
       {tri, replaced(tri, "--1 ~~1", "1-- ~~1"), "", "!Y, logic: with"},
+  });
+}
+
+TEST(Verify, AsksBothFilesWhereTheirLoopsAreAtRest) {
+  const std::string plain = "A B Y||f|A B Y|Y|11- 1";
+  const std::string latch = "A B Y||f|A B Y|Y|11- 1,--1 1";
+  const std::string nodes = "A B Y|M N|f|A B M N|Y M N|---1 1~~,11-- ~1~,--1- ~~1,---1 ~1~";
+  expectAll({
+      {latch, latch, "", "="},
+      {plain, latch, "", "!Y, logic: with B=0 Y=1: INPUT says 0, OUTPUT says 1"},
+      {latch, plain, "", "!Y, logic: with B=0 Y=1: INPUT says 1, OUTPUT says 0"},
+      // Oscillation is no state: the two agree where Y is at rest, and elsewhere none is.
+      {"A Y||f|A Y|Y|-0 1,1- 1", "A Y||f|A Y|Y|10 1,00 1,11 1", "", "="},
+      {"A Y||f|A Y|Y-|1- 1", "A Y||f|A Y|Y-|11 1", "", "!Y, logic: with A=1 Y=0: INPUT says 0"},
+      // Nodes that INPUT alone has keep a state, which OUTPUT must have somewhere.
+      {nodes, nodes, "", "="},
+      {nodes, "A B Y||f|A B|Y|11 1", "", "!Y, logic: "},
+      {nodes, "A B Y||f|A B|Y|-- 1", "", "!Y, logic: "},
+      // Each node repeats the other, in both files.
+      {"A Y|M N|f|A M N|Y M N|-1- 1~~,1-- 1~~,--1 ~1~,-1- ~~1",
+       "A Y|M N|f|A M N|Y M N|--1 1~~,1-- 1~~,--1 ~1~,-1- ~~1", "", "="},
   });
 }
 
@@ -283,115 +319,211 @@ TEST(Verify, JudgesTheFormOfTheOutput) {
   expectAll({
       {wide, wide, "-split 4", "="},
       {wide, wide, "-split 3", "!Y: 4 terms, and the options allow 3"},
+      {wide, wide, "-split 3 -xor -reduce none", "!Y: 4 terms, and the options allow 3"},
       {pair, pair, "-split 4", "="},
       {pair, pair, "-split 3 -cluster 4", "!Y: 3 terms, and the options allow 2"},
       {pair, pair, "-split 3 -cluster 5", "="},
-      {d, replaced(d, "Q.D", "Q.T"), "", "!Q: the register type has changed"},
+      {d, replaced(d, "Q.D", "Q.T"), "", "!Q: the register type was REG_D and is REG_T"},
+      {d, replaced(d, "B Q|", "B Q:REG_L|"), "", "!Q: the register type was REG_D and is REG_L"},
+      {replaced(d, "Q.D", "Q.D.X1"), d, "", "="},  // a half alone is the function
+      {d, replaced(d, "Q.D", "Q.D.X1"), "", "!Q: only one half of an XOR pair is left"},
+      {pair,
+       replaced(replaced(replaced(pair, "Y.X2|", "Y.X2 Y.D|"), "1~,", "1~~,"), "---1 ~1",
+                "---1 ~1~"),
+       "", "!Y: a plain column stands beside the XOR pair"},
       {d, replaced(d, "Q.C", "Q.CE"), "", "!Q, clock: OUTPUT has no such function"},
       {d, replaced(d, "A B Q|", "A Q|"), "", "!OUTPUT: B stands in a column but is not declared"},
       {d, replaced(d, "A B Q|", "A B Q X|"), "", "!X: the pin is not in INPUT"},
+      {d, replaced(d, "A B Q|", "A B- Q|"), "", "!B: the mark of its declaration has changed"},
+      {d, replaced(d, "A B Q|", "A B Q:3|"), "", "!Q: its pin number was 0 and is 3"},
       {d, replaced(d, "Q.D Q.C", "Q.D Q.D"), "", "!OUTPUT: Q.D is given a second time"},
-      {d, replaced(d, "Q.D Q.C", "Q.D Q.S"), "", "!OUTPUT: Q.S gives its signal a second register"},
       {d, replaced(d, "Q.C", "Q.J"), "", "!OUTPUT: Q.J is not supported"},
-      {d, replaced(d, "|A B|", "|A B.OE|"), "", "!OUTPUT: B.OE cannot be an input column"},
-      {d, replaced(d, "|N|", "|N A|"), "", "!OUTPUT: A is declared twice"},
       {d, replaced(d, "A B Q|N", "A Q|B N"), "", "!B: the pin has become a node"},
-      {replaced(d, "A B Q|N", "A Q|B N"), d, "", "!B: the node has become a pin"},
       {"A B Y|N|f|A B N|N.D N.C Y|1-- 1~~,-1- ~1~,--1 ~~1", "A B Y||f|A B|Y|1- 1", "",
        "!N: the registered node is missing in OUTPUT"},
       {wide, "A B C D Y|M|f|A B C D M|Y M.D M.C|----1 1~~,1---- ~1~,-1--- ~~1", "",
        "!M: the new node is not combinational"},
       {wide, "A B C D Y|M|f|A B C D M|Y|1---- 1,-1--- 1,--1-- 1,---1- 1", "",
        "!M: the new node has no function"},
-      {"A Y||f|A|Y.X1 Y.X2|1 1~", "A Y||f|A|Y.X1|1 1", "", "!Y, logic: only one half of an XOR"},
       {d, "A Q|N|f|A|Q.D Q.C|1 1~,1 ~1", "", "!B: the pin is missing in OUTPUT"},
       {wide, "A B C D Y|M N|f|A B C D M N|Y M N|----1- 1~~,-----1 ~1~,----1- ~~1", "",
        "new nodes of OUTPUT form a loop"},
-      // A loop of the design itself is cut, on both sides at once.
-      {"A B Y|N|f|A B N|Y N|--1 1~,11- ~1,1-1 ~1", "A B Y|N|f|A B N|Y N|--1 1~,11- ~1,1-1 ~1", "",
-       "="},
+      // A node that nothing reads is gone, and may give its name to a new one.
+      {"A B Y|Y_0|f|A B|Y|11 1,00 1", "A B Y|Y_0|f|A B Y_0|Y Y_0|--1 10,11- 01,00- 01", "", "="},
+      {"A B Y|Y_0|f|A B Y_0|Y Y_0|11- 10,00- 11", "A B Y|Y_0|f|A B Y_0|Y Y_0|--1 10,11- 01,00- 01",
+       "", "="},
+      {"A B Y|N|f|A B N|Y N|11- 10,00- 11", "A B Y|N|f|A B N|Y N|11- 10,00- 10,10- 01", "",
+       "!N, logic: with"},
+      // The last pin can go, although a file without pins is no input.
+      {"P|A Y|f|A|Y|1 1", "|A Y|f|A|Y|1 1", "", "="},
   });
+  EXPECT_EQ(judge("|A Y|f|A|Y|1 1", "|A Y|f|A|Y|1 1").faults.size(), 1U);
 }
 
-TEST(Verify, GivesUpWithinTheEffort) {
+// The parity of eight inputs as 128 terms and as four pairs.
+std::pair<std::string, std::string> parity() {
   std::string in = "A B C D E F G H Y||f|A B C D E F G H|Y|";
   for (unsigned v = 0; v < 256; ++v) {
     if (__builtin_popcount(v) % 2 == 0) continue;
     for (unsigned bit = 0; bit < 8; ++bit) in += (v >> bit & 1U) != 0 ? '1' : '0';
     in += " 1,";
   }
-  const std::string out =
-      "A B C D E F G H Y|P R|f|A B C D E F G H P R|Y.X1 Y.X2 P.X1 P.X2 R.X1 R.X2|"
-      "--------10 1~~~~~,--------01 1~~~~~,------10-- ~1~~~~,------01-- ~1~~~~,"
-      "10-------- ~~1~~~,01-------- ~~1~~~,--10------ ~~~1~~,--01------ ~~~1~~,"
-      "----1----- ~~~~1~,-----1---- ~~~~~1";
   in.pop_back();
+  return {in,
+          "A B C D E F G H Y|P R|f|A B C D E F G H P R|Y.X1 Y.X2 P.X1 P.X2 R.X1 R.X2|"
+          "--------10 1~~~~~,--------01 1~~~~~,------10-- ~1~~~~,------01-- ~1~~~~,"
+          "10-------- ~~1~~~,01-------- ~~1~~~,--10------ ~~~1~~,--01------ ~~~1~~,"
+          "----1----- ~~~~1~,-----1---- ~~~~~1"};
+}
+
+TEST(Verify, GivesUpWithinTheEffort) {
+  const auto [in, out] = parity();
   EXPECT_EQ(summary(judge(in, out)), "=");
-  EXPECT_EQ(summary(verify(fileOf(in), fileOf(out), {}, 0)),
+  EXPECT_EQ(summary(verify(fileOf(in), fileOf(out), {}, {0, {}})),
             "?Y, logic: the effort was not enough\n");
 }
 
-TEST(Verify, AnswersOnTheCommandLine) {
-  const auto folder = std::filesystem::temp_directory_path() / "ostrel_verify_test";
-  std::filesystem::create_directories(folder);
-  const auto write = [&](const char* name, const std::string& text) {
-    std::ofstream(folder / name) << text;
-    return (folder / name).string();
-  };
-  const std::string a = write("a", plaText(base));
+class OnTheCommandLine : public testing::Test {
+ protected:
+  void SetUp() override {
+    folder_ = std::filesystem::temp_directory_path() /
+              ("ostrel_verify_test_" + std::to_string(::getpid()));
+    std::filesystem::create_directories(folder_);
+  }
+  void TearDown() override { std::filesystem::remove_all(folder_); }
+
+  std::string write(const char* name, const std::string& text) {
+    std::ofstream(folder_ / name) << text;
+    return (folder_ / name).string();
+  }
+
+  std::filesystem::path folder_;
+};
+
+TEST_F(OnTheCommandLine, Answers) {
+  const std::string a = write("a", "#$ TITLE  one\n" + plaText(base));
+  const std::string retitled = write("retitled", "#$ TITLE two\n" + plaText(base));
+  const std::string named = write("named", "#$ MODULE  m\n#$ TITLE   one\n" + plaText(base));
   const std::string b = write("b", plaText(replaced(base, "11-- 1", "10-- 1")));
   const std::string split = write("opts", "-split\n2 -clust 5\n");
+  const std::string log =
+      write("log", "ostrel\n\nostrel -input b -split 1 @" + split + " \nmore\n");
   const std::string reg = write("reg", plaText("A Q||f|A|Q.D Q.C|1 1~,0 ~1"));
   const std::string noClock = write("noclock", plaText("A Q||f|A|Q.D|1 1"));
   const std::string announced = write("announced", replaced(plaText(base), ".p 5", ".p 9"));
-  const std::string broken = write("broken", ".i x\n");
+  const std::string small = write("small", replaced(plaText(base), ".p 5", ".p 4"));
+  const std::string cut = write("cut", replaced(plaText(base), ".end", ""));
+  const std::string percent = write("percent", replaced(plaText(base), "Z-", "Z%"));
+  const auto [in, out] = parity();
+  const std::string hard = write("in", plaText(in)) + " " + write("out", plaText(out));
   const struct {
     std::string arguments;
     int code;
     const char *out, *err;
-  } runs[] = {{a + " " + a, 0, "equivalent: 3 functions proven\n", ""},
-              {a + " " + a + " -split 2 -OUTPUT x -mod m -Foo 1", 0, "equivalent: 3", ""},
-              {"--list " + a + " " + a, 0, "equivalent: Y, logic\nequivalent: Z, logic\n", ""},
-              {a + " " + b, 1, "2 functions proven, 1 different, 0 not comparable\n", ""},
-              {b + " " + b + " @" + split, 0, "equivalent", ""},
-              {a + " " + announced, 1, "different: OUTPUT: it announces 9 rows and has 5\n", ""},
-              {reg + " " + noClock + " -CKx off", 3, "not comparable: Q, clock: -ck off", ""},
-              {reg + " " + noClock + " -ck", 1, "different: Q, clock", ""},
-              {a + " " + a + " --effort 5 --effort=7", 0, "equivalent", ""},
-              {a + " " + broken, 2, "", "is not a usable PLA file\n"},
-              {noClock + "x " + a, 2, "", "cannot read"},
-              {a, 2, "", "usage: "},
-              {"-xor " + a + " " + a, 2, "", "usage: "},
-              {a + " " + a + " --effort=x", 2, "", "--effort needs a number"},
-              {a + " " + a + " --foo", 2, "", "unknown option --foo"},
-              {"--help", 0, "Exit code: 0 equivalent", ""},
-              {"--version", 0, "ostrel-verify ", ""}};
+  } runs[] = {
+      {a + " " + a, 0, "proven: 3 functions\n", ""},
+      {b + " " + b + " -split 2 -OUTPUT x -Foo 1 --new=x", 0, "proven: 3", ""},
+      {"--list " + a + " " + a, 0, "proven: Y, logic\nproven: Z, logic\n", ""},
+      {a + " " + b, 1, "2 functions proven, 2 different, 0 undecided\n", ""},
+      {b + " " + b + " @" + split, 0, "proven", ""},
+      {b + " " + b + " --log " + log, 0, "proven", ""},
+      {b + " " + b + " --log=" + log + " -split 1 -reduce none -clust 1 -split 2", 0, "", ""},
+      {b + " " + b + " --log " + write("empty", ""), 2, "", "there is no command line in it"},
+      {a + " " + retitled, 1, "different: OUTPUT: the property TITLE has changed\n", ""},
+      {a + " " + named, 1, "different: OUTPUT: the property MODULE has changed\n", ""},
+      {a + " " + named + " -mod m", 0, "", ""},
+      {b + " " + announced, 1, "different: OUTPUT: it announces 9 rows and has 5\n", ""},
+      {b + " " + small, 1, "Number of terms greater than .p field", ""},
+      {b + " " + cut, 1, "different: OUTPUT: it is cut off: .end is missing\n", ""},
+      {b + " " + b + "x", 1, "different: OUTPUT: it can't be read\n", ""},
+      {b + " " + percent + " -percent " + retitled, 1, "is not OUTPUT with dashes", ""},
+      {announced + " " + percent + " -percent " + write("pc", plaText(base)), 0, "", ""},
+      {reg + " " + noClock + " -CKx off", 1,
+       "  probably: the options keep the OFF set of this function, and it has none"
+       " (Keeping the OFF set of a control function)\nhint: a run with --lossless keeps",
+       ""},
+      {hard + " --effort 0", 3, "0 functions proven, 0 different, 1 undecided\n", ""},
+      {hard + " --effort=100000", 0, "", ""},
+      {small + " " + a, 2, "", "is not a usable PLA file\n"},
+      {noClock + "x " + a, 2, "", "it can't be read"},
+      {a, 2, "", "usage: "},
+      {"-xor " + a + " " + a, 2, "", "unknown option -xor"},
+      {a + " " + a + " --effort=x", 2, "", "--effort needs a number"},
+      {"--foo " + a + " " + a, 2, "", "unknown option --foo"},
+      {"--check " + b, 0, "", ""},
+      {"--check " + cut, 1, ":14: the file is cut off: .end is missing\n", ""},
+      {"--help", 0, "Exit code: 0 proven", ""},
+      {"--version", 0, "ostrel-verify ", ""}};
   for (const auto& run : runs) {
-    std::ostringstream out;
+    std::ostringstream seen;
     std::ostringstream err;
-    EXPECT_EQ(verifyMain(wordsOf(run.arguments), out, err), run.code) << run.arguments << out.str();
-    EXPECT_NE(out.str().find(run.out), std::string::npos) << run.arguments << out.str();
-    EXPECT_NE(err.str().find(run.err), std::string::npos) << run.arguments << err.str();
+    EXPECT_EQ(verifyMain(wordsOf(run.arguments), seen, err), run.code) << run.arguments << "\n"
+                                                                       << seen.str() << err.str();
+    EXPECT_NE(seen.str().find(run.out), std::string::npos) << run.arguments << "\n" << seen.str();
+    EXPECT_NE(err.str().find(run.err), std::string::npos) << run.arguments << "\n" << err.str();
   }
-  std::filesystem::remove_all(folder);
 }
 
-TEST(Verify, FollowsWhatTheRunTakesOut) {
-  // A node in no column may give its name to a new node.
-  EXPECT_EQ(summary(judge("A B Y|Y_0|f|A B|Y|11 1,00 1",
-                          "A B Y|Y_0|f|A B Y_0|Y Y_0|--1 10,11- 01,00- 01")),
-            "=");
-  EXPECT_EQ(
-      summary(judge("A B Y|Y_0|f|A B Y_0|Y Y_0|11- 10,00- 11",
-                    "A B Y|Y_0|f|A B Y_0|Y Y_0|--1 10,11- 01,00- 01")),
-      "?Y_0, logic: nothing reads it in INPUT, so the node of its name in OUTPUT is a new one\n");
-  // A half without its other half is not written, and its word says nothing about the register.
-  EXPECT_EQ(summary(judge("C A S||f|C A|S.D S.C S..X2|1- 101,-1 011",
-                          "C A S||f|C A|S.D S.C|1- 10,-1 01")),
-            "=");
-  // The last pin can go, although a file without pins is no input.
-  EXPECT_EQ(summary(judge("P|A Y|f|A|Y|1 1", "|A Y|f|A|Y|1 1")), "=");
-  EXPECT_EQ(judge("|A Y|f|A|Y|1 1", "|A Y|f|A|Y|1 1").faults.size(), 1U);
+TEST(Check, SaysWhatTheReaderTakesInSilence) {
+  const std::string good = plaText("A B Y||f|A B|Y|11 1,0- 1");
+  const struct {
+    const char *from, *to;
+    std::size_t line;
+    const char* text;
+  } faults[] = {{"PINS 3", "PINS 4", 1, "PINS says 4, and there are 3 names"},
+                {"A B Y", "A B Y y", 1, "y is Y of line 1 in another spelling"},
+                {"PINS", "PINSS", 1, "unknown property PINSS"},
+                {".type f", ".type g", 2, "unknown type, read as f"},
+                {".i 2", ".i 3", 5, ".i says 3, and there are 2 names"},
+                {".o 1", ".o 0x1", 4, "no decimal number behind .o"},
+                {".ilb A B", ".ilb A C", 5, "C is not declared"},
+                {".ob Y", ".ob Y.DD", 6, "unknown extension in Y.DD, read as none"},
+                {".ob Y", ".obb Y", 6, "unknown directive .obb"},
+                {".p 2", ".p 3", 7, ".p says 3, and there are 2 rows"},
+                {"11 1", "11", 8, "a row of 2 characters, and .i and .o make 3"},
+                {"11 1", "111 1", 8, "a row of 4 characters, and .i and .o make 3"},
+                {"11 1", "1\n1 1", 9, "a row of 2 characters, and .i and .o make 3"},
+                {"11 1", "1x 1", 8, "the character x in a row"},
+                {"11 1", "1- 1", 5, "no row uses B"},
+                {"11 1", "stray", 8, "text that is passed over: stray"},
+                {".end", ".end\n11 1", 11, "behind .end, which ends nothing: it is read"},
+                {".end", "", 10, "the file is cut off: .end is missing"}};
+  EXPECT_TRUE(readStrictly(good).empty());
+  for (const auto& fault : faults) {
+    const std::vector<Complaint> seen = readStrictly(replaced(good, fault.from, fault.to));
+    EXPECT_TRUE(std::ranges::any_of(
+        seen, [&](const Complaint& c) { return c.line == fault.line && c.text == fault.text; }))
+        << fault.to << ": " << (seen.empty() ? "none" : seen[0].text);
+  }
+}
+
+TEST_F(OnTheCommandLine, ASecondSolverAgreesOnTheQuestions) {
+  const std::string solver = OSTREL_SECOND_SOLVER;
+  if (solver.empty()) GTEST_SKIP() << "neither minisat nor picosat is installed";
+  for (const std::string circuit : {"clip", "alu2", "5xp1"}) {
+    const std::string in = std::string(OSTREL_CIRCUITS) + "/" + circuit + ".tt2";
+    const std::string out = (folder_ / "out.tt3").string();
+    const auto questions = folder_ / circuit;
+    ASSERT_EQ(runIn(folder_.string(), OSTREL_PROGRAM,
+                    {"ostrel", "-input", in, "-output", out, "-xor", "-split", "5"})
+                  .exitCode,
+              0);
+    std::ostringstream seen;
+    std::ostringstream err;
+    ASSERT_EQ(
+        verifyMain({in, out, "-xor", "-split", "5", "--export", questions.string()}, seen, err), 0)
+        << seen.str() << err.str();
+    int asked = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(questions)) {
+      if (entry.path().extension() != ".cnf") continue;
+      auto proof = entry.path();
+      const bool isProven = std::filesystem::exists(proof.replace_extension(".drat"));
+      const int code = runIn(folder_.string(), solver, {solver, entry.path().string()}).exitCode;
+      EXPECT_EQ(code, isProven ? 20 : 10) << entry.path();
+      ++asked;
+    }
+    EXPECT_GT(asked, 3) << circuit;
+  }
 }
 
 }  // namespace

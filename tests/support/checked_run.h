@@ -1,5 +1,6 @@
 // A whole run in this process, with what must hold of every run: the output can be read again, and
-// the verifier doesn't call it different. A breach ends the process with the output on stderr.
+// where the verifier calls it different, it knows the told step that loses this. A breach ends the
+// process with the output on stderr.
 #pragma once
 
 #include <cstdint>

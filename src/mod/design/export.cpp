@@ -56,19 +56,12 @@ void exportDeclarations(const Design& design, PlaFile& file) {
 }
 
 void exportRows(std::span<const OutputColumn> outputs, const TermTable& terms, PlaFile& file) {
-  std::size_t named = 0;
-  for (const auto& [signal, equation] : outputs) {
-    named += equation->onSet().size() + equation->offSet().size();
-  }
-  const std::size_t mostRows = std::min(named, terms.size());
-  file.inputRows.reserve(mostRows);
-  file.outputRows.reserve(mostRows);
   RowMerger rows(file, terms);
   for (std::size_t k = 0; k < outputs.size(); ++k) {
     rows.writeToRows(outputs[k].equation->onSet(), k, '1');
     rows.writeToRows(outputs[k].equation->offSet(), k, '0');
   }
-  file.termCount = static_cast<int>(file.inputRows.size());
+  file.termCount = static_cast<int>(file.madeInputs.size());
 }
 
 }  // namespace

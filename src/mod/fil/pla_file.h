@@ -45,8 +45,10 @@ class PlaFile {
   int termCount = 0;     ///< rows stored so far
   int termCapacity = 0;  ///< most rows allowed: the value of .p, or its default
   PlaType type = PlaType::f;
-  RowTable inputRows;   ///< '0', '1' and '-'; as wide as .i
-  RowTable outputRows;  ///< '0', '1', '-' and '~'; as wide as .o
+  RowTable inputRows;      ///< '0', '1' and '-'; as wide as .i
+  RowTable outputRows;     ///< '0', '1', '-' and '~'; as wide as .o
+  SparseRows madeInputs;   ///< the rows of a file that was not read: they follow those above
+  SparseRows madeOutputs;  ///< as many
   std::optional<std::string> phase;
   std::optional<std::string> commentPhase;  ///< #.phase; read and kept, used by nothing
   std::array<std::string, propertyWords.size()> properties;  ///< whole lines; empty for none

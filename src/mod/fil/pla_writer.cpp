@@ -82,29 +82,53 @@ void writePhase(std::ostream& stream, const PlaFile& file) {
   if (file.phase) stream << ".phase " << *file.phase << '\n';
 }
 
-/// f and fd say with 0 that a row is silent on a column, and the reader turns that back.
-///
 /// Rows go to the file many at a time: a file stream passes each longer one on to the system.
-void writeTerms(std::ostream& stream, const PlaFile& file) {
-  constexpr std::size_t chunkSize = 1U << 16U;
-  const bool silentIsZero = file.type == PlaType::f || file.type == PlaType::fd;
-  std::string chunk;
-  for (std::size_t i = 0; i < file.inputRows.size(); ++i) {
-    chunk += file.inputRows.row(i);
-    chunk += ' ';
-    const auto outputs = static_cast<std::ptrdiff_t>(chunk.size());
-    chunk += file.outputRows.row(i);
-    if (silentIsZero) {
-      // Stores every character, so that the compiler can take many at once.
-      std::transform(chunk.begin() + outputs, chunk.end(), chunk.begin() + outputs,
-                     [](char c) { return c == '~' ? '0' : c; });
-    }
-    chunk += '\n';
-    if (chunk.size() < chunkSize) continue;
-    stream << chunk;
-    chunk.clear();
+class RowChunk {
+ public:
+  explicit RowChunk(std::ostream& stream) : stream_(stream) {}
+
+  /// What append(text) appends is a row.
+  template <class Append>
+  void add(Append append) {
+    append(text_);
+    text_ += '\n';
+    if (text_.size() >= chunkSize) passOn();
   }
-  stream << chunk;
+
+  void passOn() {
+    stream_ << text_;
+    text_.clear();
+  }
+
+ private:
+  static constexpr std::size_t chunkSize = 1U << 16U;
+
+  std::ostream& stream_;
+  std::string text_;
+};
+
+/// f and fd say with 0 that a row is silent on a column, and the reader turns that back.
+void writeTerms(std::ostream& stream, const PlaFile& file) {
+  const bool silentIsZero = file.type == PlaType::f || file.type == PlaType::fd;
+  RowChunk chunk(stream);
+  for (std::size_t i = 0; i < file.inputRows.size(); ++i) {
+    chunk.add([&](std::string& text) {
+      text.append(file.inputRows.row(i)).append(1, ' ');
+      const auto outputs = static_cast<std::ptrdiff_t>(text.size());
+      text += file.outputRows.row(i);
+      if (silentIsZero) std::replace(text.begin() + outputs, text.end(), '~', '0');
+    });
+  }
+  const auto inputs = static_cast<std::size_t>(file.count(NameKind::Input));
+  const auto outputs = static_cast<std::size_t>(file.count(NameKind::Output));
+  for (std::size_t i = 0; i < file.madeInputs.size(); ++i) {
+    chunk.add([&](std::string& text) {
+      file.madeInputs.appendText(i, inputs, '-', text);
+      text += ' ';
+      file.madeOutputs.appendText(i, outputs, silentIsZero ? '0' : '~', text);
+    });
+  }
+  chunk.passOn();
 }
 
 }  // namespace

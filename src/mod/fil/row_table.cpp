@@ -16,4 +16,25 @@ std::span<char> RowTable::append() {
   return std::span(cells_).last(width_);
 }
 
+std::size_t SparseRows::append() {
+  rows_.emplace_back();
+  return rows_.size() - 1;
+}
+
+void SparseRows::set(std::size_t i, std::size_t column, char c) {
+  const auto cell = static_cast<std::uint32_t>(cells_.size());
+  cells_.push_back({static_cast<std::uint32_t>(column), none, c});
+  Row& row = rows_[i];
+  (row.first == none ? row.first : cells_[row.last].next) = cell;
+  row.last = cell;
+}
+
+void SparseRows::appendText(std::size_t i, std::size_t width, char fill, std::string& text) const {
+  const std::size_t begin = text.size();
+  text.append(width, fill);
+  for (std::uint32_t cell = rows_[i].first; cell != none; cell = cells_[cell].next) {
+    text[begin + cells_[cell].column] = cells_[cell].character;
+  }
+}
+
 }  // namespace ostrel

@@ -2,9 +2,11 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace ostrel {
 
@@ -27,19 +29,11 @@ class RowTable {
   /// True if row i is one of the rows in front that have no content.
   bool isBlank(std::size_t i) const { return i < blankRows_; }
 
-  /// Makes room for that many rows from append.
-  void reserve(std::size_t rows) { cells_.reserve(rows * width_); }
-
   /// Appends a row of fill characters that will never be changed.
   void appendBlank();
 
   /// Appends a row of fill characters and gives it for writing, until the next append.
   std::span<char> append();
-
-  /// Sets a character of row i, which came from append.
-  void set(std::size_t i, std::size_t column, char c) {
-    cells_[(i - blankRows_) * width_ + column] = c;
-  }
 
  private:
   std::size_t width_ = 0;
@@ -47,6 +41,38 @@ class RowTable {
   std::size_t blankRows_ = 0;
   std::size_t storedRows_ = 0;
   std::string cells_;  // the stored rows, one behind the other
+};
+
+/// Rows of which only the characters are stored that were set, in order. Cutting one function of n
+/// terms makes n rows over as many columns with a few literals each: as text they are quadratic.
+class SparseRows {
+ public:
+  std::size_t size() const { return rows_.size(); }
+
+  /// Appends a row of which nothing is set, and gives its number.
+  std::size_t append();
+
+  /// Sets a character of row i; the last one that a column gets counts.
+  void set(std::size_t i, std::size_t column, char c);
+
+  /// Appends the text of row i to `text`: `width` characters, `fill` where nothing was set.
+  void appendText(std::size_t i, std::size_t width, char fill, std::string& text) const;
+
+ private:
+  static constexpr std::uint32_t none = UINT32_MAX;
+
+  struct Cell {
+    std::uint32_t column;
+    std::uint32_t next;  // of the row, none behind the last
+    char character;
+  };
+  struct Row {
+    std::uint32_t first = none;
+    std::uint32_t last = none;
+  };
+
+  std::vector<Row> rows_;
+  std::vector<Cell> cells_;
 };
 
 }  // namespace ostrel

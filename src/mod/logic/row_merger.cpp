@@ -6,12 +6,13 @@ void RowMerger::writeToRows(std::span<const Term> chain, std::size_t column, cha
   for (const Term term : chain) {
     int& row = rowOf_[term.index];
     if (row == none) {
-      row = static_cast<int>(file_->inputRows.size());
-      const std::span<char> text = file_->inputRows.append();
-      terms_->cube(term).forEachLiteral([&](std::size_t c, char literal) { text[c] = literal; });
-      file_->outputRows.append();
+      const std::size_t made = file_->madeInputs.append();
+      terms_->cube(term).forEachLiteral(
+          [&](std::size_t c, char literal) { file_->madeInputs.set(made, c, literal); });
+      file_->madeOutputs.append();
+      row = static_cast<int>(made);
     }
-    file_->outputRows.set(static_cast<std::size_t>(row), column, mark);
+    file_->madeOutputs.set(static_cast<std::size_t>(row), column, mark);
   }
 }
 

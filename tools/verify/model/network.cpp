@@ -1,4 +1,4 @@
-#include "verify/network.h"
+#include "verify/model/network.h"
 
 #include <algorithm>
 
@@ -110,7 +110,8 @@ void declare(const PlaFile& file, NameKind kind, Network& network) {
     signal.name = name.base;
     signal.isNode = kind == NameKind::Node;
     signal.declaredInverted = name.polarity == Polarity::Inverted;
-    signal.declaredType = signal.type = name.registerType;
+    signal.pin = name.pin;
+    signal.type = name.registerType;
     network.signals.push_back(std::move(signal));
   }
 }
@@ -122,9 +123,7 @@ std::optional<std::size_t> meet(const PlaName& name, Network& network) {
     network.faults.push_back(fault(name, "stands in a column but is not declared"));
     return std::nullopt;
   }
-  Signal& signal = network.signals[*found];
-  signal.inColumn = true;
-  if (name.polarity == Polarity::Inverted) signal.columnInverted = true;
+  network.signals[*found].inColumn = true;
   return found;
 }
 
@@ -210,23 +209,29 @@ DataShape Signal::shape() const {
   return has(Slot::XorLeft) || has(Slot::XorRight) ? DataShape::LoneHalf : DataShape::None;
 }
 
+std::vector<Slot> Signal::valueSlots() const {
+  switch (shape()) {
+    case DataShape::Logic:
+      return {Slot::Logic};
+    case DataShape::Pair:
+      return {Slot::XorLeft, Slot::XorRight};
+    case DataShape::LoneHalf:
+      return {has(Slot::XorLeft) ? Slot::XorLeft : Slot::XorRight};
+    case DataShape::None:
+      break;
+  }
+  return {};
+}
+
 std::optional<std::size_t> Network::find(const std::string& name) const {
   const auto found = byName.find(name);
   return found == byName.end() ? std::nullopt : std::optional(found->second);
 }
 
-std::optional<bool> Network::obviousConstant(const Function& f) const {
-  if (f.on.size() == 1 && f.off.empty() && rows[f.on.front()].empty()) return !f.inverted;
-  if (!f.on.empty()) return std::nullopt;
-  const bool isZero =
-      f.off.size() == 1 ? rows[f.off.front()].empty() : f.off.empty() && type == PlaType::f;
-  return isZero ? std::optional(f.inverted) : std::nullopt;
-}
-
 bool Network::isInverted(const Signal& signal) const {
-  const auto marked = [&](Slot s) { return signal.has(s) && function(signal, s).inverted; };
-  if (signal.shape() == DataShape::Logic) return marked(Slot::Logic);
-  return marked(Slot::XorLeft) != marked(Slot::XorRight);
+  bool inverted = false;
+  for (const Slot s : signal.valueSlots()) inverted = inverted != function(signal, s).inverted;
+  return inverted;
 }
 
 Network readNetwork(const PlaFile& file) {
@@ -241,18 +246,21 @@ Network readNetwork(const PlaFile& file) {
   return network;
 }
 
-RegisterType visibleType(const Network& network, const Signal& signal, RegisterType declared) {
-  RegisterType type = declared;
-  const DataShape shape = signal.shape();
-  for (std::size_t i = 0; i < slotCount; ++i) {
-    const auto slot = static_cast<Slot>(i);
-    const bool isHalf = slot == Slot::XorLeft || slot == Slot::XorRight;
-    const bool isHidden =
-        slot == Slot::Logic ? shape == DataShape::Pair : isHalf && shape == DataShape::Logic;
-    if (!signal.has(slot) || isHidden) continue;
-    type = typeAfter(type, network.function(signal, slot).extension).value_or(type);
+std::vector<std::size_t> columnsOf(const Network& network, const Signal& signal, Slot slot) {
+  std::vector<std::size_t> columns;
+  const std::vector<Slot> slots = slot == Slot::Logic ? signal.valueSlots() : std::vector{slot};
+  for (const Slot s : slots) {
+    if (!signal.has(s)) continue;
+    const Function& f = network.function(signal, s);
+    for (const auto* rows : {&f.on, &f.off, &f.open}) {
+      for (const std::uint32_t r : *rows) {
+        for (const RowLiteral l : network.rows[r]) columns.push_back(l.column);
+      }
+    }
   }
-  return type;
+  std::ranges::sort(columns);
+  columns.erase(std::unique(columns.begin(), columns.end()), columns.end());
+  return columns;
 }
 
 bool isRegistered(RegisterType type) {

@@ -3,15 +3,19 @@
 // First come vectors, 64 to the word: half of them random, half taken from rows of the two files,
 // since a random vector seldom meets a row with many literals. What they don't find goes to a SAT
 // solver, one for each question, which sees only the cone of the literal. The solver's work is
-// limited by its number of conflicts, so that a question can stay open but never hangs.
+// limited by its number of conflicts, those of all questions together, so that a question can stay
+// open but a run never hangs.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
+#include <string>
 #include <vector>
 
-#include "verify/graph.h"
+#include "verify/proof/graph.h"
+#include "verify/proof/question_files.h"
 
 namespace ostrel::verify {
 
@@ -47,15 +51,30 @@ class Simulation {
 
 enum class Proof { Never, Found, GaveUp };
 
+/// What all questions of a run share.
+struct SolverWork {
+  std::int64_t effort;  ///< how many conflicts are left for them
+  QuestionFiles files;
+};
+
 class Prover {
  public:
-  /// At most `effort` conflicts a question.
-  Prover(const Graph& graph, Simulation& simulation, int effort)
-      : graph_(graph), simulation_(simulation), effort_(effort) {}
+  Prover(const Graph& graph, Simulation& simulation, SolverWork& work)
+      : graph_(graph), simulation_(simulation), work_(work) {}
+
+  /// Names for the files of questions: what is asked, and variables by their node.
+  void setTitle(std::string title) { title_ = std::move(title); }
+  void setNames(std::function<std::string(std::size_t)> nameOf) { nameOf_ = std::move(nameOf); }
 
   /// Found: `assignment` holds literals of variables; whenever they are true the goal is, and the
   /// value of `settled` is fixed.
   Proof find(Literal goal, std::vector<Literal>& assignment, Literal settled = trueLiteral);
+
+  /// Is there an assignment of the other variables under which the goal is true whatever the
+  /// `choices` are? Found: `assignment` is such a one, without the choices; it fixes `settled`
+  /// unless that depends on them.
+  Proof findForAll(Graph& graph, Literal goal, const std::vector<Literal>& choices,
+                   std::vector<Literal>& assignment, Literal settled = trueLiteral);
 
   /// Whether the goal can never be true.
   bool isNever(Literal goal) {
@@ -76,7 +95,9 @@ class Prover {
 
   const Graph& graph_;
   Simulation& simulation_;
-  int effort_;
+  SolverWork& work_;
+  std::string title_;
+  std::function<std::string(std::size_t)> nameOf_ = [](std::size_t) { return std::string(); };
   std::vector<signed char> ternary_;  // by node: 0, 1, or open; scratch
 };
 

@@ -1,8 +1,8 @@
-#include "verify/prover.h"
+#include "verify/proof/prover.h"
 
 #include <algorithm>
 
-#include "verify/cnf.h"
+#include "verify/proof/cnf.h"
 
 namespace ostrel::verify {
 
@@ -13,6 +13,18 @@ constexpr signed char undecided = 2;
 // Shortening an assignment evaluates the cone once for each variable; beyond this many steps the
 // assignment stays as long as it is.
 constexpr std::size_t narrowBudget = 50'000'000;
+
+// Each conflict is learnt from once.
+class ConflictCounter : public CaDiCaL::Learner {
+ public:
+  bool learning(int /*size*/) override {
+    ++count;
+    return false;
+  }
+  void learn(int /*literal*/) override {}
+
+  std::int64_t count = 0;
+};
 
 }  // namespace
 
@@ -86,17 +98,50 @@ std::optional<bool> Prover::evaluate(Literal literal, const std::vector<Literal>
   return value == undecided ? std::nullopt : std::optional(value == 1);
 }
 
+// Guesses for the choices are collected, each of which fails to make the goal false under the next
+// assignment: the question whether one assignment withstands all choices becomes a few that the
+// solver can answer. Every turn adds a guess that is new, and counts as a conflict.
+Proof Prover::findForAll(Graph& graph, Literal goal, const std::vector<Literal>& choices,
+                         std::vector<Literal>& assignment, Literal settled) {
+  std::vector<Literal> guess;
+  for (const Literal choice : choices) guess.push_back(!choice);
+  Literal withstands = trueLiteral;
+  for (bool isFirst = true; isFirst || --work_.effort > 0; isFirst = false) {
+    withstands = graph.both(withstands, graph.restrict(goal, guess));
+    const Proof proof = find(withstands, assignment, graph.restrict(settled, guess));
+    if (proof != Proof::Found || choices.empty()) return proof;
+    std::vector<Literal> escape;
+    const Proof escapes = find(!graph.restrict(goal, assignment), escape);
+    if (escapes != Proof::Found) return escapes == Proof::Never ? Proof::Found : escapes;
+    for (Literal& g : guess) {
+      g = {static_cast<std::uint32_t>(2 * g.node())};
+      if (std::ranges::find(escape, g) == escape.end()) g = !g;
+    }
+  }
+  work_.effort = std::max<std::int64_t>(work_.effort, 0);
+  return Proof::GaveUp;
+}
+
 Proof Prover::solve(Literal goal, const std::vector<std::size_t>& nodes,
                     std::vector<Literal>& assignment) {
   Cnf cnf(graph_);
   cnf.clause({cnf.literal(goal)});
-  cnf.solver.limit("conflicts", effort_);
-  const int status = cnf.solver.solve();
+  ConflictCounter conflicts;
+  CaDiCaL::Solver solver;
+  solver.set("quiet", 1);
+  work_.files.open(cnf, title_, nameOf_, solver);
+  for (const int literal : cnf.clauses()) solver.add(literal);
+  solver.connect_learner(&conflicts);
+  solver.limit("conflicts", static_cast<int>(std::min<std::int64_t>(work_.effort, 1 << 30)));
+  const int status = solver.solve();
+  solver.disconnect_learner();
+  work_.files.close(status == 20, solver);
+  work_.effort = status == 0 ? 0 : std::max<std::int64_t>(work_.effort - conflicts.count, 0);
   if (status != 10) return status == 20 ? Proof::Never : Proof::GaveUp;
   for (const std::size_t node : nodes) {
     if (!graph_.isVariable(node)) continue;
     const Literal variable{static_cast<std::uint32_t>(2 * node)};
-    assignment.push_back(variable ^ !cnf.value(variable));
+    assignment.push_back(variable ^ !cnf.value(solver, variable));
   }
   return Proof::Found;
 }

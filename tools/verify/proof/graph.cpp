@@ -1,4 +1,4 @@
-#include "verify/graph.h"
+#include "verify/proof/graph.h"
 
 #include <algorithm>
 #include <unordered_set>
@@ -89,17 +89,16 @@ std::vector<std::size_t> Graph::cone(const std::vector<Literal>& goals) const {
   return nodes;
 }
 
-Literal Graph::cofactor(Literal goal, std::size_t variable, bool value) {
+Literal Graph::restrict(Literal goal, const std::vector<Literal>& values) {
   std::unordered_map<std::size_t, Literal> copies;
+  for (const Literal value : values) copies[value.node()] = trueLiteral ^ value.isComplement();
   for (const std::size_t node : cone({goal})) {
-    const Literal self{static_cast<std::uint32_t>(2 * node)};
     std::vector<Literal> copied;
     for (const Literal input : inputs(node)) {
       copied.push_back(copies.at(input.node()) ^ input.isComplement());
     }
-    const bool isLeaf = copied.empty();
-    copies[node] = isLeaf ? self : conjunction(std::move(copied));
-    if (node == variable) copies[node] = value ? trueLiteral : falseLiteral;
+    const Literal self{static_cast<std::uint32_t>(2 * node)};
+    copies.emplace(node, copied.empty() ? self : conjunction(std::move(copied)));
   }
   return copies.at(goal.node()) ^ goal.isComplement();
 }

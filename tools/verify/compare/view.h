@@ -9,8 +9,8 @@
 #include <optional>
 #include <vector>
 
-#include "verify/graph.h"
-#include "verify/network.h"
+#include "verify/model/network.h"
+#include "verify/proof/graph.h"
 
 namespace ostrel::verify {
 
@@ -30,15 +30,12 @@ struct Values {
 
 class View {
  public:
-  /// By column: whether it reads the complement of its Signal's value, and whether its literals
-  /// are taken out of the rows.
-  View(Graph& graph, const Network& network, Values values, std::vector<bool> readsInverted,
-       std::vector<bool> ignored)
+  /// By column: whether it reads the complement of its Signal's value.
+  View(Graph& graph, const Network& network, Values values, std::vector<bool> readsInverted)
       : graph_(&graph),
         network_(&network),
         values_(std::move(values)),
         readsInverted_(std::move(readsInverted)),
-        ignored_(std::move(ignored)),
         rows_(network.rows.size()) {}
 
   const Values& values() const { return values_; }
@@ -47,9 +44,9 @@ class View {
   /// A function after its mark, where no row says 1 and 0 at once; that is open too.
   Meaning meaning(const Function& function);
 
-  /// The value of a Signal as its plain column or its XOR pair gives it. A lone half counts as
-  /// the value; none for a Signal without logic.
-  std::optional<Meaning> data(const Signal& signal);
+  /// A control function of a Signal, or for Slot::Logic its value: the plain column or the
+  /// exclusive OR of the pair. A lone half counts as the value. It must be given.
+  Meaning meaning(const Signal& signal, Slot slot);
 
   /// Replaces the own value of a Signal with data, and its pin value if asked. `open` stands where
   /// the data says nothing. What the data reads must have its final value by now.
@@ -63,7 +60,6 @@ class View {
   const Network* network_;
   Values values_;
   std::vector<bool> readsInverted_;
-  std::vector<bool> ignored_;
   std::vector<std::optional<Literal>> rows_;
 };
 

@@ -47,11 +47,10 @@ struct Signal {
 
   std::string name;
   bool isNode = false;
-  bool declaredInverted = false;  ///< the declared name ends in '-'
-  bool columnInverted = false;    ///< a column of it ends in '-'
-  bool inColumn = false;          ///< some input or output column names it
-  RegisterType declaredType = RegisterType::None;
-  RegisterType type = RegisterType::None;  ///< after all columns, in the order of the file
+  int pin = 0;                             ///< 0 for none
+  bool declaredInverted = false;           ///< the declared name ends in '-'
+  bool inColumn = false;                   ///< some input or output column names it
+  RegisterType type = RegisterType::None;  ///< the declared one, then each column in its order
   std::array<int, slotCount> slots{none, none, none, none, none, none, none, none};
 
   int slot(Slot s) const { return slots[static_cast<std::size_t>(s)]; }
@@ -59,8 +58,10 @@ struct Signal {
   bool hasControl() const;
   /// A pair counts if both halves have a column, and then hides the plain function.
   DataShape shape() const;
-  /// How many of the two kinds of marks of the name invert.
-  int inversionCount() const { return (declaredInverted ? 1 : 0) + (columnInverted ? 1 : 0); }
+  /// The columns that give the value, which is their exclusive OR: none, one or the two halves.
+  std::vector<Slot> valueSlots() const;
+  /// Whether it has the function; Slot::Logic stands for the value.
+  bool gives(Slot s) const { return s == Slot::Logic ? shape() != DataShape::None : has(s); }
 };
 
 /// One input column.
@@ -102,17 +103,14 @@ struct Network {
     return (type == PlaType::f || type == PlaType::fd) && f.off.empty();
   }
 
-  /// One term without literals on one side and nothing on the other. The value is after the mark.
-  std::optional<bool> obviousConstant(const Function& f) const;
-
   /// The marks of the value's own columns add up to an inversion.
   bool isInverted(const Signal& signal) const;
 };
 
 Network readNetwork(const PlaFile& file);
 
-/// The type that the visible columns give, whatever their order, on top of a declared one.
-RegisterType visibleType(const Network& network, const Signal& signal, RegisterType declared);
+/// The input columns that a function reads, or the value for Slot::Logic; in order.
+std::vector<std::size_t> columnsOf(const Network& network, const Signal& signal, Slot slot);
 
 bool isRegistered(RegisterType type);
 

@@ -43,8 +43,8 @@ class Graph {
   Literal either(Literal a, Literal b) { return disjunction({a, b}); }
   Literal exclusiveOr(Literal a, Literal b);
 
-  /// The literal with a variable replaced by a constant.
-  Literal cofactor(Literal goal, std::size_t variable, bool value);
+  /// The literal with constants in the place of variables, each given as the literal that is true.
+  Literal restrict(Literal goal, const std::vector<Literal>& values);
 
   /// The nodes that a literal depends on, itself among them, in ascending order.
   std::vector<std::size_t> cone(const std::vector<Literal>& goals) const;

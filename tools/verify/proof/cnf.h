@@ -5,22 +5,18 @@
 #include <unordered_map>
 #include <vector>
 
-#include "verify/graph.h"
+#include "verify/proof/graph.h"
 
 namespace ostrel::verify {
 
 class Cnf {
  public:
-  explicit Cnf(const Graph& graph) : graph_(graph) { solver.set("quiet", 1); }
-
-  CaDiCaL::Solver solver;
+  explicit Cnf(const Graph& graph) : graph_(graph) {}
 
   void clause(std::initializer_list<int> literals) {
-    for (const int literal : literals) solver.add(literal);
-    solver.add(0);
+    clauses_.insert(clauses_.end(), literals);
+    end();
   }
-
-  int newVariable() { return ++variables_; }
 
   /// The solver's literal. The clauses of its cone are added unless they are there.
   int literal(Literal goal) {
@@ -33,10 +29,16 @@ class Cnf {
     return name(goal);
   }
 
-  bool mentions(Literal variable) const { return names_.contains(variable.node()); }
+  /// All clauses, a 0 behind each.
+  const std::vector<int>& clauses() const { return clauses_; }
+  std::size_t clauseCount() const { return clauseCount_; }
+  /// The node of each of the solver's variables, from its variable 1 on.
+  const std::vector<std::size_t>& nodes() const { return nodes_; }
 
-  /// The value in the model; false for a variable that no clause mentions.
-  bool value(Literal variable) { return mentions(variable) && solver.val(name(variable)) > 0; }
+  /// The value in the solver's model; false for a variable that no clause mentions.
+  bool value(CaDiCaL::Solver& solver, Literal variable) const {
+    return names_.contains(variable.node()) && solver.val(name(variable)) > 0;
+  }
 
  private:
   int name(Literal literal) const {
@@ -45,8 +47,8 @@ class Cnf {
   }
 
   void meet(std::size_t node, std::vector<std::size_t>& fresh) {
-    if (!names_.emplace(node, variables_ + 1).second) return;
-    ++variables_;
+    if (!names_.emplace(node, static_cast<int>(nodes_.size()) + 1).second) return;
+    nodes_.push_back(node);
     fresh.push_back(node);
   }
 
@@ -56,13 +58,21 @@ class Cnf {
     const auto inputs = graph_.inputs(node);
     if (inputs.empty()) return;
     for (const Literal input : inputs) clause({-own, name(input)});
-    for (const Literal input : inputs) solver.add(-name(input));
-    clause({own});
+    for (const Literal input : inputs) clauses_.push_back(-name(input));
+    clauses_.push_back(own);
+    end();
+  }
+
+  void end() {
+    clauses_.push_back(0);
+    ++clauseCount_;
   }
 
   const Graph& graph_;
   std::unordered_map<std::size_t, int> names_;
-  int variables_ = 0;
+  std::vector<std::size_t> nodes_;
+  std::vector<int> clauses_;
+  std::size_t clauseCount_ = 0;
 };
 
 }  // namespace ostrel::verify

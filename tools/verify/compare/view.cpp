@@ -1,4 +1,4 @@
-#include "verify/view.h"
+#include "verify/compare/view.h"
 
 #include <utility>
 
@@ -28,7 +28,7 @@ Literal View::row(std::uint32_t row) {
   if (!known) {
     std::vector<Literal> literals;
     for (const RowLiteral l : network_->rows[row]) {
-      if (!ignored_[l.column]) literals.push_back(column(l.column) ^ !l.positive);
+      literals.push_back(column(l.column) ^ !l.positive);
     }
     known = graph_->conjunction(std::move(literals));
   }
@@ -54,24 +54,17 @@ Meaning View::meaning(const Function& function) {
   return result;
 }
 
-std::optional<Meaning> View::data(const Signal& signal) {
-  switch (signal.shape()) {
-    case DataShape::Logic:
-      return meaning(network_->function(signal, Slot::Logic));
-    case DataShape::Pair:
-      return exclusiveOr(*graph_, meaning(network_->function(signal, Slot::XorLeft)),
-                         meaning(network_->function(signal, Slot::XorRight)));
-    case DataShape::LoneHalf:
-      return meaning(
-          network_->function(signal, signal.has(Slot::XorLeft) ? Slot::XorLeft : Slot::XorRight));
-    case DataShape::None:
-      break;
+Meaning View::meaning(const Signal& signal, Slot slot) {
+  if (slot != Slot::Logic) return meaning(network_->function(signal, slot));
+  Meaning value{falseLiteral, trueLiteral};
+  for (const Slot s : signal.valueSlots()) {
+    value = exclusiveOr(*graph_, value, meaning(network_->function(signal, s)));
   }
-  return std::nullopt;
+  return value;
 }
 
 void View::substitute(std::size_t signal, Literal open, bool pinToo) {
-  const Literal value = settle(*graph_, *data(network_->signals[signal]), open);
+  const Literal value = settle(*graph_, meaning(network_->signals[signal], Slot::Logic), open);
   values_.own[signal] = value;
   if (pinToo) values_.pin[signal] = value;
 }

@@ -6,7 +6,7 @@
 // Cost: linear in the edges for each start; after a number of starts every Signal that may be cut
 // is, which leaves no loop to find.
 
-#include "verify/order.h"
+#include "verify/model/order.h"
 
 namespace ostrel::verify {
 
