@@ -10,7 +10,9 @@
 // Cost. One walk over the candidates for each node.
 //
 // Order. Candidates are served in the order of logic(), the slots of a Signal in their own; the
-// first one of a group names the node. What stands here as a Signal's own logic is skipped.
+// first one of a group names the node.
+#include <cassert>
+
 #include "design/passes.h"
 #include "logic/split_limits.h"
 #include "run/heart.h"
@@ -37,9 +39,9 @@ void serve(Design& design, std::span<const Candidate> candidates, std::vector<bo
   const Polarity polarity = node->inversionCount() == 1 ? Polarity::Inverted : Polarity::None;
   for (std::size_t m = first; m < candidates.size(); ++m) {
     Equation& reader = candidates[m].equation;
-    if (&reader == node->slot(SlotLogic)) continue;
     if (reader.substituteNode(list, column, polarity, true)) isServed[m] = true;
   }
+  assert(isServed[first]);
 }
 
 }  // namespace
