@@ -28,20 +28,18 @@ std::size_t controlColumn(Design& design, Signal& node) {
   return design.addReadingColumn(node);
 }
 
-/// Gives the candidates from the first one on that have exactly its terms one node, and marks them.
-void serve(Design& design, std::span<const Candidate> candidates, std::vector<bool>& isServed,
-           std::size_t first) {
-  const Equation& equation = candidates[first].equation;
+/// Gives all candidates that have exactly the terms of the first one a node.
+void serve(Design& design, std::span<const Candidate> candidates) {
+  const auto& [signal, equation] = candidates.front();
   const TermChain list = equation.onSet();
   Signal* node = design.findEquivalent(equation);
-  if (node == nullptr) node = &design.createNodeFrom(list, candidates[first].signal.name);
+  if (node == nullptr) node = &design.createNodeFrom(list, signal.name);
   const std::size_t column = controlColumn(design, *node);
   const Polarity polarity = node->inversionCount() == 1 ? Polarity::Inverted : Polarity::None;
-  for (std::size_t m = first; m < candidates.size(); ++m) {
-    Equation& reader = candidates[m].equation;
-    if (reader.substituteNode(list, column, polarity, true)) isServed[m] = true;
+  for (const Candidate& candidate : candidates) {
+    candidate.equation.substituteNode(list, column, polarity, true);
   }
-  assert(isServed[first]);
+  assert(equation.onCount() == 1);
 }
 
 }  // namespace
@@ -50,12 +48,10 @@ void splitControlEquations(Design& design) {
   std::vector<Candidate> candidates;
   for (Signal* signal : design.logic()) addWideControls(*signal, candidates);
   if (candidates.empty()) return;
-  std::vector<bool> isServed(candidates.size(), false);
   for (std::size_t n = 0; n < candidates.size(); ++n) {
     heartMsg();
-    if (isServed[n]) continue;
     const bool hadRepeated = candidates[n].equation.dropRepeatedTerms();
-    if (candidates[n].equation.onCount() > 1) serve(design, candidates, isServed, n);
+    if (candidates[n].equation.onCount() > 1) serve(design, std::span(candidates).subspan(n));
     // What is left can be a constant, which doesn't count as logic.
     if (hadRepeated) design.noteEmptiedLogic();
   }

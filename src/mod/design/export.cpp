@@ -5,6 +5,7 @@
 #include "logic/export.h"
 
 #include <algorithm>
+#include <cassert>
 
 #include "design/passes.h"
 #include "fil/console.h"
@@ -76,6 +77,7 @@ PlaFile toFile(const Design& design) {
     (*file.phase)[k] = equation->phase;
   }
   exportRows(outputs, design.terms(), file);
+  assert(file.termCount <= static_cast<int>(design.terms().size()));
   return file;
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <utility>
 
 #include "run/log.h"
@@ -106,6 +107,7 @@ bool Equation::keepSets(SetSelector selector) {
   if (selector == SetSelector::Off || (smaller && offCount() >= 1 && offCount() < onCount())) {
     clearOnSet();
   }
+  assert(onSet_.empty() || offSet_.empty());
   if (!onSet_.empty() || isConstant(Constant::Either)) return false;
   swapSets();
   togglePolarity();
@@ -141,7 +143,10 @@ void Equation::swapExtension() {
 
 void Equation::renumber(const std::vector<Term>& renumbered) {
   for (TermChain* chain : {&onSet_, &offSet_}) {
-    for (Term& term : *chain) term = renumbered[term.index];
+    for (Term& term : *chain) {
+      assert(term.index < renumbered.size());
+      term = renumbered[term.index];
+    }
   }
 }
 

@@ -1,4 +1,5 @@
 // An Equation that gives terms to a node: the exchange of listed terms for one literal.
+#include <cassert>
 #include <unordered_set>
 
 #include "equation/equation.h"
@@ -19,7 +20,9 @@ bool Equation::substituteNode(std::span<const Term> list, std::size_t column, Po
   Cube literal;
   literal.set(column, nodePolarity == Polarity::Inverted ? '0' : '1');
   // The first term of each text goes.
+  [[maybe_unused]] const std::size_t before = onSet_.size();
   std::erase_if(onSet_, [&toRemove](Term term) { return toRemove.erase(term.index) > 0; });
+  assert(toRemove.empty() && onSet_.size() == before - list.size());
   onSet_.push_back(terms_->term(literal));
   clearOffSet();
   return true;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <cstdint>
 #include <ios>
 #include <limits>
@@ -365,6 +366,7 @@ Status PlaReader::readTerm() {
   readInputPart();
   readOutputPart();
   ++file_.termCount;
+  assert(file_.inputRows.size() == file_.outputRows.size());
   skipRestOfLine();
   return Status::Ok;
 }

@@ -67,9 +67,7 @@ Outcome optimize(OutputFile& output) {
   heartMsg();
   Run run(source);
   if (runPipeline(run) != Status::Ok) return {exitDesign, true};
-  const auto content = [&run](std::ostream& stream) {
-    writePla(run.target, stream, fileDate());
-  };
+  const auto content = [&run](std::ostream& stream) { writePla(run.target, stream, fileDate()); };
   if (!output.write(content)) return {failToWrite(opts.output), false};
   return {0, true};
 }
