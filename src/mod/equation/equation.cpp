@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <utility>
 
 #include "run/log.h"
@@ -22,10 +23,8 @@ bool isUniversal(Term term, const TermTable& terms) {
 Status Equation::readColumn(const PlaFile& file, int column, ColumnSets sets) {
   const PlaName& columnName = file.name(NameKind::Output, column);
   if (extension != Extension::End) {
-    logMessage(toErrorAndLog,
-               "<ERROR> %s: %s has conflicting functions or DOT extensions (%s and %s)\n", toolTag,
-               columnName.base.c_str(), extensionText(columnName.extension).data(),
-               extensionText(extension).data());
+    error({columnName.base, " has conflicting functions or DOT extensions (",
+           extensionText(columnName.extension), " and ", extensionText(extension), ")"});
     return Status::Fatal;
   }
   extension = columnName.extension;
@@ -108,6 +107,7 @@ bool Equation::keepSets(SetSelector selector) {
   if (selector == SetSelector::Off || (smaller && offCount() >= 1 && offCount() < onCount())) {
     clearOnSet();
   }
+  assert(onSet_.empty() || offSet_.empty());
   if (!onSet_.empty() || isConstant(Constant::Either)) return false;
   swapSets();
   togglePolarity();
@@ -143,7 +143,10 @@ void Equation::swapExtension() {
 
 void Equation::renumber(const std::vector<Term>& renumbered) {
   for (TermChain* chain : {&onSet_, &offSet_}) {
-    for (Term& term : *chain) term = renumbered[term.index];
+    for (Term& term : *chain) {
+      assert(term.index < renumbered.size());
+      term = renumbered[term.index];
+    }
   }
 }
 

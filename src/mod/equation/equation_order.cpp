@@ -10,6 +10,7 @@
 // column instead of being counted anew for each choice, so the cost is that of the literals, times
 // a logarithm for the choice of the greatest.
 #include <algorithm>
+#include <cassert>
 #include <optional>
 #include <queue>
 #include <utility>
@@ -129,7 +130,9 @@ void Equation::orderTerms() {
   for (TermChain* chain : {&onSet_, &offSet_}) {
     if (chain->empty()) continue;
     computeSupport();
-    *chain = TermOrder(*chain, *terms_).order(supportColumns());
+    TermChain ordered = TermOrder(*chain, *terms_).order(supportColumns());
+    assert(ordered.size() == chain->size() && sameTerms(ordered, *chain));
+    *chain = std::move(ordered);
   }
 }
 

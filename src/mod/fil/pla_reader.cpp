@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
+#include <cstdint>
+#include <ios>
 #include <limits>
 #include <ostream>
 #include <utility>
@@ -53,6 +56,14 @@ char storedOutput(int c, PlaType type) {
 }
 
 }  // namespace
+
+Status readPla(std::istream& stream, const Console& console, PlaFile& file) {
+  try {
+    return PlaReader(file, stream, console).read();
+  } catch (const std::ios_base::failure&) {
+    return Status::Fatal;  // the device or directory behind the stream can't be read
+  }
+}
 
 void PlaReader::nextCharacter() {
   const int c = source_.take();
@@ -283,10 +294,9 @@ Status PlaReader::readOutputNames() {
 Status PlaReader::readColumnNames(NameKind kind, std::string_view wordFault,
                                   std::string_view countFault) {
   PlaFile::NameTable& table = file_.table(kind);
-  if (!table.exists) {
-    table.exists = true;
-    table.capacity = table.count;
-  }
+  table.exists = true;
+  std::optional<int>& capacity = capacity_[static_cast<std::size_t>(kind)];
+  if (!capacity) capacity = table.count;
   Status status = Status::Ok;
   for (int i = 0; i < table.count; ++i) {
     const auto name = word();
@@ -299,7 +309,7 @@ Status PlaReader::readColumnNames(NameKind kind, std::string_view wordFault,
     const auto index = static_cast<std::size_t>(i);
     if (index < table.records.size()) {
       table.records[index] = std::move(record);
-    } else if (i < table.capacity) {
+    } else if (i < *capacity) {
       table.records.push_back(std::move(record));
     }
   }
@@ -330,9 +340,23 @@ void PlaReader::skipBlanks() {
   }
 }
 
+/// Makes empty row tables at the present counts, in front of the first row.
+Status PlaReader::allocateRows() {
+  if (checkColumns(file_, console_) != Status::Ok) return Status::Fatal;
+  const int inputs = file_.count(NameKind::Input);
+  const int outputs = file_.count(NameKind::Output);
+  if (file_.termCapacity == 0) {
+    file_.termCapacity = static_cast<int>(
+        std::min<std::int64_t>(std::int64_t{inputs} * outputs, std::numeric_limits<int>::max()));
+  }
+  file_.inputRows = RowTable(static_cast<std::size_t>(inputs), '-');
+  file_.outputRows = RowTable(static_cast<std::size_t>(outputs), '~');
+  return Status::Ok;
+}
+
 Status PlaReader::readTerm() {
   if (file_.termCount == 0) {
-    if (file_.allocateRows(console_) != Status::Ok) return Status::Fatal;
+    if (allocateRows() != Status::Ok) return Status::Fatal;
     if (!file_.phase)
       file_.phase.emplace(static_cast<std::size_t>(file_.count(NameKind::Output)), '1');
   }
@@ -342,6 +366,7 @@ Status PlaReader::readTerm() {
   readInputPart();
   readOutputPart();
   ++file_.termCount;
+  assert(file_.inputRows.size() == file_.outputRows.size());
   skipRestOfLine();
   return Status::Ok;
 }

@@ -1,5 +1,6 @@
 #include "logic/xor_operands.h"
 
+#include <cassert>
 #include <memory>
 #include <utility>
 
@@ -57,6 +58,7 @@ bool synthesizeXor(Signal& signal) {
   }
   signal.slot(SlotXorLeft)->extension = signal.slot(SlotXorRight)->extension = logic->extension;
   signal.deleteSlot(SlotLogic);
+  assert(signal.hasXorPair());
   return true;
 }
 
