@@ -8,40 +8,12 @@
 
 #include "logic/columns.h"
 #include "logic/export.h"
-#include "logic/polarity.h"
+#include "logic/kept_sets.h"
 #include "run/log.h"
 #include "run/options.h"
 
 namespace ostrel {
 namespace {
-
-bool isMissing(const Equation& equation, SetSelector set) {
-  const bool isOn = set == SetSelector::On;
-  const TermChain& chain = isOn ? equation.onSet() : equation.offSet();
-  const TermChain& other = isOn ? equation.offSet() : equation.onSet();
-  return set != SetSelector::Smaller && chain.empty() && !other.empty();
-}
-
-/// The set that the options keep of a slot.
-SetSelector toldSet(const Signal& signal, Slot slot) {
-  const Options& opts = options();
-  switch (slot) {
-    case SlotLogic:
-      return logicSelector(signal);
-    case SlotClock:
-      return opts.ckMode;
-    case SlotClockEnable:
-      return opts.ceMode;
-    case SlotReset:
-      return opts.arMode;
-    case SlotSet:
-      return opts.apMode;
-    case SlotOutputEnable:
-      return opts.oeMode;
-    default:
-      return SetSelector::On;
-  }
-}
 
 bool isInverted(const Signal& signal) {
   bool inverted = false;
@@ -184,17 +156,6 @@ void nameInitializers(Signal& signal) {
 }
 
 }  // namespace
-
-SetSelector heldSet(const Signal& signal, Slot slot, SetSelector told) {
-  const Equation& equation = *signal.slot(slot);
-  if (!options().lossless || !isMissing(equation, told)) return told;
-  return told == SetSelector::On ? SetSelector::Off : SetSelector::On;
-}
-
-bool mayInvert(const Signal& signal) {
-  const Options& opts = options();
-  return !opts.lossless || !opts.ffBeforeInverter || opts.swapSetReset || !isInitialized(signal);
-}
 
 void complete(Signal& signal, PlaType type) {
   const bool isHeld = type == PlaType::fd || std::ranges::any_of(controlSlots, [&](Slot slot) {
