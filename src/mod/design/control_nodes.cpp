@@ -17,6 +17,7 @@
 #include "logic/split_limits.h"
 #include "run/heart.h"
 #include "run/log.h"
+#include "run/options.h"
 
 namespace ostrel {
 namespace {
@@ -35,7 +36,9 @@ void serve(Design& design, std::span<const Candidate> candidates) {
   Signal* node = design.findEquivalent(equation);
   if (node == nullptr) node = &design.createNodeFrom(list, signal.name);
   const std::size_t column = controlColumn(design, *node);
-  const Polarity polarity = node->inversionCount() == 1 ? Polarity::Inverted : Polarity::None;
+  const Polarity told = node->inversionCount() == 1 ? Polarity::Inverted : Polarity::None;
+  // The marks on the names needn't say in which sense the node has the function.
+  const Polarity polarity = options().lossless ? node->slot(SlotLogic)->polarity : told;
   for (const Candidate& candidate : candidates) {
     candidate.equation.substituteNode(list, column, polarity, true);
   }

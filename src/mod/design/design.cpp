@@ -4,6 +4,8 @@
 #include <cassert>
 #include <unordered_set>
 
+#include "run/options.h"
+
 namespace ostrel {
 
 Signal* Design::find(std::string_view name) const {
@@ -14,7 +16,9 @@ Signal* Design::find(std::string_view name) const {
 Signal* Design::findEquivalent(const Equation& equation) const {
   const auto found = std::ranges::find_if(logic_, [&](const Signal* signal) {
     const Equation* logic = signal->slot(SlotLogic);
-    return signal->isCombinatorial() && logic != nullptr && logic->sameFunction(equation);
+    const bool canBeOff = options().lossless && signal->slot(SlotOutputEnable) != nullptr;
+    return signal->isCombinatorial() && logic != nullptr && !canBeOff &&
+           logic->sameFunction(equation);
   });
   return found == logic_.end() ? nullptr : *found;
 }

@@ -16,6 +16,7 @@
 
 #include "design/passes.h"
 #include "run/heart.h"
+#include "run/options.h"
 
 namespace ostrel {
 
@@ -24,9 +25,15 @@ Readers countReaders(Design& design) {
   Readers readers(design.columns().size(), 0);
   for (const Signal* reader : design.logic()) {
     ColumnSet read;
-    for (Equation* equation : reader->mainEquations()) equation->markUsedColumns(read);
+    const auto markColumns = [&read, &design](Equation& equation) {
+      equation.markUsedColumns(read);
+      if (!options().lossless) return;
+      markUsedColumns(equation.onSet(), design.terms(), read);
+      markUsedColumns(equation.offSet(), design.terms(), read);
+    };
+    for (Equation* equation : reader->mainEquations()) markColumns(*equation);
     for (const Slot index : controlSlots) {
-      if (reader->slot(index) != nullptr) reader->slot(index)->markUsedColumns(read);
+      if (reader->slot(index) != nullptr) markColumns(*reader->slot(index));
     }
     read.forEach([&readers](std::size_t column) { ++readers[column]; });
   }

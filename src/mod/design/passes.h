@@ -19,6 +19,15 @@ Status build(Design& design);
 /// isn't so earns a message. Fatal if there was one.
 Status checkLogic(Design& design);
 
+// ---- lossless.cpp: nothing without --lossless ----
+
+/// Brings every function into a form that no later step gives up.
+void completeFunctions(Design& design);
+
+/// Lets set and reset follow the polarity, and the columns say the register types. Failed, with
+/// messages, where that can't be done.
+Status settleFunctions(Design& design);
+
 // ---- fanout.cpp: who reads whom ----
 
 /// How many Signals read each input column.

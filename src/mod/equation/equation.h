@@ -46,6 +46,9 @@ class Equation {
   /// an empty Equation otherwise. Fatal, with a message, if a column was read before.
   Status readColumn(const PlaFile& file, int column, ColumnSets sets);
 
+  /// Makes an Equation without terms the constant 0.
+  void makeZero() { offSet_ = {terms_->term(Cube())}; }
+
   void addOnTerm(Term term) { onSet_.push_back(term); }
   void addOffTerm(Term term) { offSet_.push_back(term); }
 

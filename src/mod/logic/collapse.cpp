@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "run/options.h"
+
 namespace ostrel {
 namespace {
 
@@ -49,8 +51,10 @@ int bestTermCount(const Signal& signal) {
 }
 
 void copyLogic(const Signal& source, Signal& reader) {
-  invertBy(source.polarity, reader.polarity);
-  invertBy(source.columnPolarity, reader.columnPolarity);
+  if (!options().lossless) {
+    invertBy(source.polarity, reader.polarity);
+    invertBy(source.columnPolarity, reader.columnPolarity);
+  }
 
   const Equation* old = reader.slot(SlotLogic);
   const Extension oldExtension = old != nullptr ? old->extension : Extension::None;
@@ -67,7 +71,12 @@ void copyLogic(const Signal& source, Signal& reader) {
   Equation* logic = copy(SlotLogic, XorHalf::None);
   if (logic != nullptr && oldPolarity == Polarity::Inverted) logic->togglePolarity();
   for (Equation* operand : {copy(SlotXorLeft, XorHalf::Left), copy(SlotXorRight, XorHalf::Right)}) {
-    if (operand != nullptr) operand->polarity = oldPolarity;
+    if (operand != nullptr && !options().lossless) operand->polarity = oldPolarity;
+  }
+  // The inversion stands behind the gate: on one half it is kept, on both it cancels.
+  Equation* left = reader.slot(SlotXorLeft);
+  if (options().lossless && left != nullptr && oldPolarity == Polarity::Inverted) {
+    left->togglePolarity();
   }
 }
 

@@ -104,6 +104,10 @@ std::optional<RegisterType> typeAfter(TypeRule rule, RegisterType present) {
 
 }  // namespace
 
+std::optional<RegisterType> typeOfColumn(Extension extension, RegisterType present) {
+  return typeAfter(ruleOf(extension).type, present);
+}
+
 Status readColumn(Signal& signal, const PlaFile& file, int column, ColumnSets sets) {
   const PlaName& columnName = file.name(NameKind::Output, column);
   const ColumnRule rule = ruleOf(columnName.extension);

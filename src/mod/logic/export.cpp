@@ -26,9 +26,13 @@ PlaName declarationName(const Signal& signal) {
   return record;
 }
 
+Extension writtenExtension(const Equation& equation) {
+  return equation.extension == Extension::REG ? Extension::D : equation.extension;
+}
+
 PlaName outputName(const Signal& signal, const Equation& equation) {
   PlaName record = declarationName(signal);
-  record.extension = equation.extension == Extension::REG ? Extension::D : equation.extension;
+  record.extension = writtenExtension(equation);
   record.xorHalf = equation.xorRole;
   record.polarity = equation.polarity;
   record.onTerms = equation.onCount();

@@ -14,6 +14,9 @@ std::vector<const Equation*> exportedEquations(const Signal& signal);
 /// The Signal's record in the list of pins or nodes.
 PlaName declarationName(const Signal& signal);
 
+/// The extension with which the Equation is written.
+Extension writtenExtension(const Equation& equation);
+
 /// The record of an output column, for one of the Signal's Equations.
 PlaName outputName(const Signal& signal, const Equation& equation);
 

@@ -2,24 +2,18 @@
 
 #include <utility>
 
+#include "logic/lossless.h"
 #include "run/log.h"
 #include "run/options.h"
 
 namespace ostrel {
 namespace {
 
-/// The sets that SlotLogic may choose from: only ON where inversion at the output is ruled out.
-SetSelector logicSelector(const Signal& signal) {
-  const Options& opts = options();
-  const bool onOnly = !opts.reduce || (!opts.invert && !signal.isCombinatorial()) ||
-                      (opts.ffBeforeInverter && signal.registerType == RegisterType::REG_T);
-  return onOnly ? SetSelector::On : SetSelector::Both;
-}
-
 /// The flip-flop now holds the complement, so its initial state has changed with the output.
 void followInversion(Signal& signal) {
   if (options().swapSetReset) {
     signal.swapSlots(SlotReset, SlotSet);
+    signal.initSwapped = !signal.initSwapped;
     note({signal.name, " Set/Reset swapped to follow output polarity"});
   } else {
     warning({signal.name, " polarity is inverted, register initialization has changed"});
@@ -27,6 +21,14 @@ void followInversion(Signal& signal) {
 }
 
 }  // namespace
+
+SetSelector logicSelector(const Signal& signal) {
+  const Options& opts = options();
+  const bool onOnly = !mayInvert(signal) || !opts.reduce ||
+                      (!opts.invert && !signal.isCombinatorial()) ||
+                      (opts.ffBeforeInverter && signal.registerType == RegisterType::REG_T);
+  return onOnly ? SetSelector::On : SetSelector::Both;
+}
 
 void reduce(Signal& signal) {
   Equation* logic = signal.slot(SlotLogic);
@@ -50,7 +52,8 @@ void reduce(Signal& signal) {
 void choosePolarity(Signal& signal) {
   const Options& opts = options();
   Equation* logic = signal.slot(SlotLogic);
-  const bool isInverted = logic != nullptr && logic->keepSets(logicSelector(signal));
+  const bool isInverted =
+      logic != nullptr && logic->keepSets(heldSet(signal, SlotLogic, logicSelector(signal)));
   const bool isInitialized = signal.slot(SlotReset) != nullptr || signal.slot(SlotSet) != nullptr;
   if (isInverted && opts.ffBeforeInverter && isInitialized) followInversion(signal);
   const std::pair<Slot, SetSelector> choices[] = {
@@ -58,7 +61,8 @@ void choosePolarity(Signal& signal) {
       {SlotClockEnable, opts.ceMode}, {SlotReset, opts.arMode},        {SlotSet, opts.apMode},
       {SlotOutputEnable, opts.oeMode}};
   for (const auto& [index, selector] : choices) {
-    if (signal.slot(index) != nullptr) signal.slot(index)->keepSets(selector);
+    if (signal.slot(index) != nullptr)
+      signal.slot(index)->keepSets(heldSet(signal, index, selector));
   }
 }
 

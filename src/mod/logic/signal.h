@@ -61,6 +61,8 @@ class Signal {
   bool reduced = true;    ///< false for logic that splitting built or changed
   bool xorTried = false;  ///< XOR synthesis has looked at it
   void noteNewLogic() { reduced = xorTried = false; }
+  bool initSwapped = false;     ///< set and reset have changed places
+  bool startsInverted = false;  ///< the sense in which --lossless found the data
 
   // ---- slots ----
 

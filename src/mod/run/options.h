@@ -1,6 +1,7 @@
 // The settings of a run.
 #pragma once
 
+#include <optional>
 #include <string>
 
 namespace ostrel {
@@ -13,6 +14,9 @@ enum class SetSelector : unsigned char {
   Both = 2,  ///< both sets, or the smaller of the two, as the operation says
   Smaller = Both,
 };
+
+/// How much work --minimize puts into a function.
+enum class MinimizeEffort : unsigned char { None, Fast, Normal, Deep };
 
 /// Written by parseCommandLine alone and only read from then on.
 struct Options {
@@ -50,6 +54,14 @@ struct Options {
   bool internalFeedback = true;   ///< -ifb
   bool percent = false;           ///< -percent: inverted outputs carry '%' in place of '-'
   bool gui = false;               ///< -GUI: a monitoring host runs this process
+
+  // Accepted, and read by nothing yet.
+  bool lossless = false;  ///< --lossless: no step gives a function up
+  bool verify = false;    ///< --verify: the output is proven before it takes its name
+  MinimizeEffort minimize = MinimizeEffort::None;  ///< --minimize
+  bool factor = false;                             ///< --factor: nodes from shared divisors
+  std::optional<int> factorPrice;  ///< product terms that a node costs; if none, clusterSize
+  int depth = 0;                   ///< --depth: most nodes one behind another; 0: no limit
 };
 
 /// The options of the present run.

@@ -12,9 +12,10 @@ struct Step {
 
 // Every step is taken on every run; each pass looks at the options that concern it. The order is
 // part of the output.
-constexpr std::array<Step, 19> steps = {{
+constexpr std::array<Step, 21> steps = {{
     {"build", [](Run& run) { run.status = build(run.design); }},
     {"check logic", [](Run& run) { run.status = checkLogic(run.design); }},
+    {"complete functions", [](Run& run) { completeFunctions(run.design); }},
     {"remove unused signals", [](Run& run) { removeUnusedSignals(run.design); }},
     {"order XOR pairs", [](Run& run) { orderXorPairs(run.design); }},
     {"synthesize XOR", [](Run& run) { synthesizeXor(run.design, XorTurn::First); }},
@@ -35,6 +36,7 @@ constexpr std::array<Step, 19> steps = {{
     {"swap XOR pairs", [](Run& run) { swapXorPairs(run.design); }},
     {"assign feedback extensions", [](Run& run) { assignFeedbackExtensions(run.design); }},
     {"absorb inversions", [](Run& run) { absorbInversions(run.design); }},
+    {"settle functions", [](Run& run) { run.status = settleFunctions(run.design); }},
     {"write into a file", [](Run& run) { run.target = toFile(run.design); }},
 }};
 

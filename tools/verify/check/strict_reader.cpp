@@ -180,7 +180,8 @@ class StrictReader {
     if (out.str().find("truncated") != std::string::npos) complain(name.base + " is truncated");
     if (name.base.empty()) complain("no name in " + word);
     open_->names.push_back({word, name.base, line_});
-    const auto [known, isNew] = spellings_.try_emplace(toUpper(name.base), name.base, line_);
+    const auto [known, isNew] =
+        spellings_.try_emplace(toUpper(name.base), Spelling{name.base, line_});
     if (!isNew && known->second.base != name.base) {
       complain(name.base + " is " + known->second.base + " of line " +
                std::to_string(known->second.line) + " in another spelling");

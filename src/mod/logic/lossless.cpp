@@ -1,0 +1,220 @@
+#include "logic/lossless.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "logic/columns.h"
+#include "logic/export.h"
+#include "logic/polarity.h"
+#include "run/log.h"
+#include "run/options.h"
+
+namespace ostrel {
+namespace {
+
+bool isMissing(const Equation& equation, SetSelector set) {
+  const bool isOn = set == SetSelector::On;
+  const TermChain& chain = isOn ? equation.onSet() : equation.offSet();
+  const TermChain& other = isOn ? equation.offSet() : equation.onSet();
+  return set != SetSelector::Smaller && chain.empty() && !other.empty() &&
+         !equation.isConstant(Constant::Either);
+}
+
+/// The set that the options keep of a slot.
+SetSelector toldSet(const Signal& signal, Slot slot) {
+  const Options& opts = options();
+  switch (slot) {
+    case SlotLogic:
+      return logicSelector(signal);
+    case SlotClock:
+      return opts.ckMode;
+    case SlotClockEnable:
+      return opts.ceMode;
+    case SlotReset:
+      return opts.arMode;
+    case SlotSet:
+      return opts.apMode;
+    case SlotOutputEnable:
+      return opts.oeMode;
+    default:
+      return SetSelector::On;
+  }
+}
+
+bool isInverted(const Signal& signal) {
+  bool inverted = false;
+  for (const Equation* equation : signal.mainEquations()) {
+    inverted ^= equation->polarity == Polarity::Inverted;
+  }
+  return inverted;
+}
+
+bool isInitialized(const Signal& signal) {
+  return signal.slot(SlotReset) != nullptr || signal.slot(SlotSet) != nullptr;
+}
+
+/// Makes a half the plain function of its Signal, complemented if the other half is constantly 1.
+void makePlain(Signal& signal, Slot half, bool complemented) {
+  Equation plain = *signal.slot(half);
+  plain.xorRole = XorHalf::None;
+  if (plain.extension == Extension::X1 || plain.extension == Extension::X2) {
+    plain.extension = Extension::None;
+  }
+  if (complemented) plain.togglePolarity();
+  signal.deleteSlot(SlotXorLeft);
+  signal.deleteSlot(SlotXorRight);
+  signal.setSlot(SlotLogic, std::move(plain));
+  note({signal.name, " is written as a plain function, an XOR half has no logic"});
+}
+
+/// A pair stays one only if both halves say something.
+void completePair(Signal& signal) {
+  const Equation* left = signal.slot(SlotXorLeft);
+  const Equation* right = signal.slot(SlotXorRight);
+  if (left == nullptr && right == nullptr) return;
+  if (left == nullptr || right == nullptr) {
+    const Slot half = left != nullptr ? SlotXorLeft : SlotXorRight;
+    if (signal.slot(SlotLogic) == nullptr) return makePlain(signal, half, false);
+    signal.deleteSlot(half);
+    return;
+  }
+  for (const auto& [half, other] :
+       {std::pair(SlotXorLeft, SlotXorRight), std::pair(SlotXorRight, SlotXorLeft)}) {
+    const Equation& constant = *signal.slot(half);
+    if (!constant.isConstant(Constant::Either)) continue;
+    return makePlain(signal, other, constant.isConstant(Constant::One));
+  }
+}
+
+constexpr std::array typesOfControls = {Extension::C, Extension::AR, Extension::AP};
+
+/// Extensions that the main function of a type can be written with, the best one first.
+std::vector<Extension> mainExtensions(RegisterType type) {
+  switch (type) {
+    case RegisterType::None:
+    case RegisterType::COM:
+      return {Extension::COM};
+    case RegisterType::REG_T:
+      return {Extension::T};
+    case RegisterType::REG_L:
+      return {Extension::L};
+    default:
+      return {Extension::D};
+  }
+}
+
+Extension controlExtension(Slot slot, Extension told) {
+  switch (slot) {
+    case SlotClock:
+      return typesOfControls[0];
+    case SlotReset:
+      return typesOfControls[1];
+    case SlotSet:
+      return typesOfControls[2];
+    default:
+      return told;
+  }
+}
+
+/// The type that the written columns are read back with; none if they can't be read.
+std::optional<RegisterType> typeReadBack(const Signal& signal) {
+  std::optional<RegisterType> type = RegisterType::None;
+  for (const Equation* equation : exportedEquations(signal)) {
+    const Extension extension = writtenExtension(*equation);
+    const bool isPlainHalf = equation->xorRole != XorHalf::None && extension == Extension::None;
+    if (type) type = typeOfColumn(isPlainHalf ? Extension::X1 : extension, *type);
+  }
+  return type;
+}
+
+bool isReadBack(const Signal& signal) {
+  const auto plain = [](RegisterType type) {
+    return type == RegisterType::None ? RegisterType::COM : type;
+  };
+  const std::optional<RegisterType> type = typeReadBack(signal);
+  return type && plain(*type) == plain(signal.registerType);
+}
+
+void renameControls(Signal& signal) {
+  for (const Slot slot : controlSlots) {
+    Equation* equation = signal.slot(slot);
+    if (equation != nullptr) equation->extension = controlExtension(slot, equation->extension);
+  }
+}
+
+/// Finds extensions that say the type: the main function's own first, then those of the controls.
+Status settleType(Signal& signal) {
+  if (exportedEquations(signal).empty() || isReadBack(signal)) return Status::Ok;
+  for (Equation* equation : signal.mainEquations()) {
+    equation->extension = mainExtensions(signal.registerType).front();
+  }
+  if (!isReadBack(signal)) renameControls(signal);
+  if (isReadBack(signal)) {
+    note({signal.name, " has columns that say its register type"});
+    return Status::Ok;
+  }
+  error({signal.name, " has a register type that no columns say"});
+  return Status::Failed;
+}
+
+/// Both words of a pair of synonyms mean the reset, so a set needs one of its own.
+void nameInitializers(Signal& signal) {
+  Equation* set = signal.slot(SlotSet);
+  if (set == nullptr) return;
+  if (set->extension == Extension::ASYNC) set->extension = Extension::AP;
+  if (set->extension == Extension::SYNC) set->extension = Extension::SP;
+}
+
+}  // namespace
+
+SetSelector heldSet(const Signal& signal, Slot slot, SetSelector told) {
+  const Equation& equation = *signal.slot(slot);
+  if (!options().lossless || !isMissing(equation, told)) return told;
+  return told == SetSelector::On ? SetSelector::Off : SetSelector::On;
+}
+
+bool mayInvert(const Signal& signal) {
+  const Options& opts = options();
+  return !opts.lossless || !opts.ffBeforeInverter || opts.swapSetReset || !isInitialized(signal);
+}
+
+void complete(Signal& signal, PlaType type) {
+  const bool isHeld = type == PlaType::fd || std::ranges::any_of(controlSlots, [&](Slot slot) {
+                        return signal.slotHasLogic(slot);
+                      });
+  for (const Slot slot : allSlots) {
+    Equation* equation = signal.slot(slot);
+    if (!isHeld || equation == nullptr || !equation->isEmpty()) continue;
+    equation->makeZero();
+    note({signal.name, extensionText(equation->extension), " is empty and written as 0"});
+  }
+  completePair(signal);
+  for (const Slot slot : allSlots) {
+    Equation* equation = signal.slot(slot);
+    if (equation == nullptr || !isMissing(*equation, toldSet(signal, slot))) continue;
+    const bool isDone = equation->reduce(SetSelector::Both);
+    note({signal.name, extensionText(equation->extension),
+          isDone ? " has its missing set worked out" : " keeps the set that it has"});
+  }
+  signal.startsInverted = isInverted(signal);
+}
+
+Status settle(Signal& signal) {
+  const bool hasTurned = isInverted(signal) != signal.startsInverted;
+  if (options().ffBeforeInverter && isInitialized(signal) && hasTurned != signal.initSwapped) {
+    if (!options().swapSetReset) {
+      error({signal.name, " is inverted, and its set and reset may not follow"});
+      return Status::Failed;
+    }
+    signal.swapSlots(SlotReset, SlotSet);
+    signal.initSwapped = !signal.initSwapped;
+    note({signal.name, " Set/Reset swapped to follow output polarity"});
+  }
+  nameInitializers(signal);
+  return settleType(signal);
+}
+
+}  // namespace ostrel
