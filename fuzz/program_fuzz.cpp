@@ -1,35 +1,48 @@
-// The program as a whole, in a folder of its own: option file, input, log, error file and companion
-// are made from the bytes, and an older output and companion wait for it. What it leaves has to fit
-// its exit code.
+// The program with all its files: the first line of the bytes is an option file, the rest the
+// design. Whatever the two say, the run ends with one of its exit codes, an exit code of 0 means a
+// whole output, the input stays as it was, and no file is left beside the outputs.
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
-#include <iterator>
+#include <sstream>
 #include <string>
 #include <string_view>
+#include <system_error>
 
+#include "run/options.h"
 #include "run/run.h"
 
 namespace fs = std::filesystem;
 
 namespace {
 
-fs::path makeFolder() {
-  std::string name = (fs::temp_directory_path() / "ostrel-program-XXXXXX").string();
-  return mkdtemp(name.data());
+std::string readAll(const std::string& name) {
+  std::ostringstream content;
+  content << std::ifstream(name, std::ios::binary).rdbuf();
+  return content.str();
 }
 
-void write(const char* name, std::string_view text) {
-  std::ofstream(name, std::ios::binary) << text;
-}
+/// The current folder for as long as it lives: new and empty, away from every name of the fuzzer.
+class Folder {
+ public:
+  Folder() : before_(fs::current_path()) {
+    std::string name = fs::temp_directory_path() / "ostrel_XXXXXX";
+    fs::current_path(own_ = mkdtemp(name.data()));
+  }
+  Folder(const Folder&) = delete;
+  Folder& operator=(const Folder&) = delete;
+  ~Folder() {
+    fs::current_path(before_);
+    fs::remove_all(own_);
+  }
 
-std::string read(const char* name) {
-  std::ifstream file(name, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
+ private:
+  fs::path before_;
+  fs::path own_;
+};
 
 void require(bool holds, std::string_view what) {
   if (holds) return;
@@ -41,34 +54,30 @@ void require(bool holds, std::string_view what) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  static const fs::path folder = makeFolder();
-  fs::current_path(folder);
+  const std::string bytes(data, data + size);
+  const std::string design = bytes.substr(std::min(bytes.find('\n'), size - 1) + 1);
+  std::string words = bytes.substr(0, bytes.find('\n'));
+  for (char& c : words) {
+    if (c == '/') c = '_';  // every name stays in the folder
+  }
   std::cout.setstate(std::ios::badbit);
   std::cerr.setstate(std::ios::badbit);
-  for (const fs::directory_entry& entry : fs::directory_iterator(folder)) fs::remove_all(entry);
-
-  // The option file ends at the first NUL; names with a slash would lead out of the folder.
-  std::string bytes(data, data + size);
-  const std::size_t end = std::min(bytes.find('\0'), bytes.size());
-  std::string words = bytes.substr(0, end);
-  std::replace(words.begin(), words.end(), '/', '_');
-  const std::string input = end < size ? bytes.substr(end + 1) : "";
-  const std::string old = "old\n";
-  write("opt", words);
-  write("in", input);
-  write("out", old);
-  const int code = ostrel::runProgram({"ostrel", "-input", "in", "-output", "out", "@opt"});
-
-  require(code >= 0 && code <= 2, "an unknown exit code");
-  require(read("in") == input, "the input is another one");
-  // The words may have moved the output elsewhere; where it is, it is whole, empty or untouched.
-  const std::string output = read("out");
-  require(output == old || output.empty() || output.ends_with(".end\n") || output == input ||
-              words.find("out") != std::string::npos,
-          "half an output");
-  for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
-    require(!entry.path().filename().string().starts_with(".ostrel-"), "a stray file");
+  const Folder folder;
+  std::ofstream("in.tt2", std::ios::binary) << design;
+  std::ofstream("opt", std::ios::binary) << words;
+  std::ofstream("out", std::ios::binary) << "an older output";
+  const int exitCode = ostrel::runProgram({"ostrel", "-output", "out", "-log", "log", "-err", "err",
+                                           "-percent", "pc", "@opt", "-input", "in.tt2"});
+  require(exitCode >= 0 && exitCode <= 2, "an exit code of no meaning");
+  require(readAll("in.tt2") == design, "the input has changed");
+  const std::string& output = ostrel::options().output;
+  const std::string left = readAll(output);
+  std::error_code ignored;
+  require(exitCode == 0 ? left.ends_with(".end\n")
+                        : left.empty() || fs::equivalent(output, "in.tt2", ignored),
+          "an output that doesn't fit the exit code");
+  for (const fs::directory_entry& file : fs::directory_iterator(".")) {
+    require(!file.path().filename().string().starts_with(".ostrel-"), "a file is left over");
   }
-  fs::current_path(folder.parent_path());
   return 0;
 }

@@ -229,6 +229,23 @@ TEST(Equation, SubstitutesANode) {
   EXPECT_EQ(bench.on(), Texts({"--1-", "---0"}));
   EXPECT_EQ(bench.off(), Texts());
   EXPECT_FALSE(bench.equation.substituteNode(some, 3, Polarity::None, false));
+  Bench twice({"-1-", "-1-", "1--", "0--", "1--"}, {});
+  const TermChain all = twice.equation.onSet();
+  const TermChain two = {all[2], all[0]};
+  twice.terms.appendColumns(1);
+  EXPECT_TRUE(twice.equation.substituteNode(two, 3, Polarity::None, false));
+  EXPECT_EQ(twice.on(), Texts({"-1--", "0---", "1---", "---1"}));
+}
+
+// Four terms without a column in common: 4096 terms would say where they are 0.
+TEST(Equation, LeavesAloneWhatWouldBeDropped) {
+  Texts terms(4, std::string(32, '-'));
+  for (std::size_t i = 0; i < 32; ++i) terms[i / 8][i] = '1';
+  Bench bench(terms);
+  EXPECT_TRUE(bench.equation.reduceForSmaller(SetSelector::Both));
+  EXPECT_EQ(bench.off(), Texts());
+  EXPECT_TRUE(bench.equation.reduce(SetSelector::Both));
+  EXPECT_EQ(bench.equation.offCount(), 4096);
 }
 
 TEST(Equation, SortsEqualCubesInItsOwnWay) {

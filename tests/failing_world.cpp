@@ -1,6 +1,6 @@
 // A world that fails once. Loaded in front of the C library, it counts the calls that touch files,
-// or the allocations, and lets number FAULT_AT fail, or ends the process there as a power cut
-// would. With FAULT_COUNT the calls are counted into a file of that name.
+// or the allocations, and lets number FAULT_AT fail ("disk": all from there on), or sends the
+// process FAULT_SIGNAL there. With FAULT_COUNT the calls are counted into a file of that name.
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
@@ -20,7 +20,8 @@ const char* setting(const char* name) {
 
 struct Settings {
   bool countsFiles = std::strcmp(setting("FAULT_KIND"), "memory") != 0;
-  bool kills = std::strcmp(setting("FAULT_KIND"), "kill") == 0;
+  bool lasts = std::strcmp(setting("FAULT_KIND"), "disk") == 0;
+  int signal = std::atoi(setting("FAULT_SIGNAL"));
   long place = std::atol(setting("FAULT_AT"));
 };
 
@@ -33,8 +34,14 @@ const Settings& settings() {
 long calls = 0;
 
 bool isDue(bool isFileCall) {
-  if (settings().countsFiles != isFileCall || ++calls != settings().place) return false;
-  if (settings().kills) kill(getpid(), SIGKILL);
+  if (settings().countsFiles != isFileCall) return false;
+  ++calls;
+  const bool isFaulty = settings().lasts && settings().place != 0 && calls > settings().place;
+  if (calls != settings().place && !isFaulty) return false;
+  if (settings().signal != 0) {
+    kill(getpid(), settings().signal);
+    return false;  // it may have to wait
+  }
   errno = isFileCall ? ENOSPC : ENOMEM;
   return true;
 }

@@ -128,6 +128,13 @@ TEST_F(Limits, SharesManyTermsInStep) {
   EXPECT_EQ(runFor(2, countingDesign(17, 100000), "-split 200000").exitCode, 0);
 }
 
+// 4000 nodes for as many terms: 56 MB of text, which is made row by row.
+TEST_F(Limits, CutsWithoutTheTextInMemory) {
+  const ProgramResult result = run(countingDesign(12, 4000), 40000, "-split 2 -clust 1");
+  EXPECT_EQ(result.exitCode, 0) << result.err;
+  EXPECT_TRUE(output().ends_with(".end\n"));
+}
+
 TEST_F(Limits, WideRowsCrossTheBlocksOfACube) {
   // One literal in each of 300 columns: the pair is x0 XOR the rest, whatever block it stands in.
   std::string text = "#$ DATE then\n#$ PINS 301";

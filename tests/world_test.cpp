@@ -49,10 +49,11 @@ class World : public testing::Test {
 
 #ifdef FAILING_WORLD
   /// Runs over an old output with call number `at` of a kind failing; 0 counts the calls.
-  ProgramResult runFailing(const std::string& kind, long at) {
+  ProgramResult runFailing(const std::string& kind, long at, int signal = 0) {
     writeFile(path("out"), old);
     return shell("LD_PRELOAD=" FAILING_WORLD " FAULT_KIND=" + kind +
-                 " FAULT_AT=" + std::to_string(at) + (at == 0 ? " FAULT_COUNT=count" : "") +
+                 " FAULT_SIGNAL=" + std::to_string(signal) + " FAULT_AT=" + std::to_string(at) +
+                 (at == 0 ? " FAULT_COUNT=count" : "") +
                  " $OSTREL -input in.tt2 -output out -log log -percent pc");
   }
 
@@ -120,8 +121,10 @@ TEST_F(World, ReplacesPlainFilesAndWritesTheRestInPlace) {
   EXPECT_EQ(fs::status(path("real")).permissions(), fs::perms(0640));
   EXPECT_EQ(shell("umask 027; " + run + "new").exitCode, 0);
   EXPECT_EQ(fs::status(path("new")).permissions(), fs::perms(0640));
-  EXPECT_EQ(shell("mkfifo pipe; cat pipe > got & " + run + "pipe; wait").exitCode, 0);
+  EXPECT_EQ(shell("mkfifo pipe; cat pipe > got & " + run + "pipe -percent pc; wait").exitCode, 0);
   EXPECT_EQ(readFile(path("got")), good);
+  EXPECT_EQ(shell("{ " + run + "/dev/stdout; cat log; } >> got").exitCode, 0);
+  EXPECT_EQ(readFile(path("got")), good + readFile(path("log")));
   EXPECT_FALSE(hasStrayFile());
 }
 
@@ -198,26 +201,31 @@ TEST(OrderedConsole, GathersMessagesAndKeepsTheirOrder) {
 }
 
 #ifdef FAILING_WORLD
-TEST_F(World, LosesNothingWhenOneCallFails) {
+TEST_F(World, LosesNothingWhenCallsFail) {
   const std::string good = whole();
   const long calls = countCalls("file");
   ASSERT_GT(calls, 20);
-  for (long at = 1; at <= calls; ++at) {
-    const ProgramResult run = runFailing("file", at);
-    const std::string left = readFile(path("out"));
-    EXPECT_TRUE(left == good || run.exitCode == 2) << at << ": " << run.exitCode;
-    EXPECT_TRUE(left == good || left == old || left.empty()) << at << ": " << left;
-    EXPECT_FALSE(hasStrayFile()) << at;
+  for (const std::string kind : {"file", "disk"}) {
+    for (long at = 1; at <= calls; ++at) {
+      const ProgramResult run = runFailing(kind, at);
+      const std::string left = readFile(path("out"));
+      EXPECT_TRUE(left == good || run.exitCode == 2) << kind << at << ": " << run.exitCode;
+      EXPECT_TRUE(left == good || left == old || left.empty()) << kind << at << ": " << left;
+      EXPECT_FALSE(hasStrayFile()) << kind << at;
+    }
   }
 }
 
 TEST_F(World, LeavesTheOldOutputOrTheNewOneWhenKilled) {
   const std::string good = whole();
-  const long calls = countCalls("kill");
-  for (long at = 1; at <= calls; ++at) {
-    EXPECT_EQ(runFailing("kill", at).exitCode, 128 + SIGKILL) << at;
-    const std::string left = readFile(path("out"));
-    EXPECT_TRUE(left == good || left == old) << at << ": " << left;
+  const long calls = countCalls("file");
+  for (const int signal : {SIGUSR1, SIGKILL}) {  // the last one leaves a stray file
+    for (long at = 1; at <= calls; ++at) {
+      EXPECT_EQ(runFailing("file", at, signal).exitCode, 128 + signal) << at;
+      const std::string left = readFile(path("out"));
+      EXPECT_TRUE(left == good || left == old) << at << ": " << left;
+      EXPECT_TRUE(signal == SIGKILL || !hasStrayFile()) << at;
+    }
   }
 }
 

@@ -46,8 +46,12 @@ class Equation {
   /// an empty Equation otherwise. Fatal, with a message, if a column was read before.
   Status readColumn(const PlaFile& file, int column, ColumnSets sets);
 
-  /// Makes an Equation without terms the constant 0.
-  void makeZero() { offSet_ = {terms_->term(Cube())}; }
+  /// Makes the sets say a constant, in front of the polarity.
+  void makeConstant(bool isOne) {
+    const TermChain universal = {terms_->term(Cube())};
+    onSet_ = isOne ? universal : TermChain();
+    offSet_ = isOne ? TermChain() : universal;
+  }
 
   void addOnTerm(Term term) { onSet_.push_back(term); }
   void addOffTerm(Term term) { offSet_.push_back(term); }
@@ -111,9 +115,9 @@ class Equation {
   /// or if there is no ON set and the complement of the OFF set is beyond all bounds.
   bool reduce(SetSelector selector);
 
-  /// reduce() and then keepSets() with Smaller, without working out an OFF set that is proven to be
-  /// no smaller than the ON set.
-  void reduceToSmaller(SetSelector selector);
+  /// Like reduce(), for a caller that lets go of the larger set anyway: an OFF set that is proven
+  /// to be no smaller than the ON set is not worked out.
+  bool reduceForSmaller(SetSelector selector);
 
   // ---- columns ----
 

@@ -19,9 +19,8 @@ bool Equation::reduce(SetSelector selector) {
   return workOut(selector, false);
 }
 
-void Equation::reduceToSmaller(SetSelector selector) {
-  workOut(selector, true);
-  keepSets(SetSelector::Smaller);
+bool Equation::reduceForSmaller(SetSelector selector) {
+  return workOut(selector, true);
 }
 
 /// The complement of a set. The support may be that of another set, or there may be none, so a set

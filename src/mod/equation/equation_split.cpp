@@ -1,4 +1,5 @@
 // An Equation that gives terms to a node: the exchange of listed terms for one literal.
+#include <algorithm>
 #include <cassert>
 #include <unordered_set>
 
@@ -12,17 +13,15 @@ bool Equation::substituteNode(std::span<const Term> list, std::size_t column, Po
   std::unordered_set<std::uint32_t> missing;
   for (const Term term : list) missing.insert(term.index);
   std::unordered_set<std::uint32_t> toRemove = missing;
-  for (const Term term : onSet_) {
-    missing.erase(term.index);
-    if (missing.empty()) break;
-  }
+  auto end = onSet_.begin();  // of the first terms of all texts
+  while (end != onSet_.end() && !missing.empty()) missing.erase((end++)->index);
   if (!missing.empty()) return false;
   Cube literal;
   literal.set(column, nodePolarity == Polarity::Inverted ? '0' : '1');
   // The first term of each text goes.
-  [[maybe_unused]] const std::size_t before = onSet_.size();
-  std::erase_if(onSet_, [&toRemove](Term term) { return toRemove.erase(term.index) > 0; });
-  assert(toRemove.empty() && onSet_.size() == before - list.size());
+  const auto goes = [&toRemove](Term term) { return toRemove.erase(term.index) > 0; };
+  onSet_.erase(std::remove_if(onSet_.begin(), end, goes), end);
+  assert(toRemove.empty());
   onSet_.push_back(terms_->term(literal));
   clearOffSet();
   return true;

@@ -7,6 +7,11 @@ namespace {
 
 constexpr std::size_t mostWaiting = std::size_t{1} << 20U;
 
+OrderedConsole*& present() {
+  static OrderedConsole* console = nullptr;
+  return console;
+}
+
 }  // namespace
 
 Console standardConsole() {
@@ -14,10 +19,17 @@ Console standardConsole() {
 }
 
 OrderedConsole::OrderedConsole(const Console& target)
-    : outPart_(*this, target.out), errPart_(*this, target.err), out_(&outPart_), err_(&errPart_) {}
+    : outPart_(*this, target.out), errPart_(*this, target.err), out_(&outPart_), err_(&errPart_) {
+  present() = this;
+}
 
 OrderedConsole::~OrderedConsole() {
+  present() = nullptr;
   passOn();
+}
+
+void OrderedConsole::passOnLast() {
+  if (present() != nullptr) present()->passOn();
 }
 
 OrderedConsole::Part::int_type OrderedConsole::Part::overflow(int_type c) {

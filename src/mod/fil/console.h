@@ -18,9 +18,9 @@ struct Console {
 /// Standard output and standard error.
 Console standardConsole();
 
-/// Two streams, standard output and standard error for one, behind one buffer. Both get their bytes
-/// in the order of writing, as they would without it, but a million messages cost a few calls of
-/// the system. Everything has been passed on when the object is gone.
+/// Two streams behind one buffer. Both get their bytes in the order of writing, as they would
+/// without it, but a million messages cost a few calls of the system. Everything has been passed on
+/// when the object is gone. There is one at a time.
 class OrderedConsole {
  public:
   explicit OrderedConsole(const Console& target);
@@ -29,6 +29,9 @@ class OrderedConsole {
   ~OrderedConsole();
 
   Console streams() { return {out_, err_}; }
+
+  /// Passes on what waits, in a process that is about to end without destructors.
+  static void passOnLast();
 
  private:
   /// One of the two streams; its text waits in the buffer of the console.

@@ -40,11 +40,11 @@ int compareNoCase(std::string_view a, std::string_view b) {
 }
 
 std::size_t NoCaseHash::operator()(std::string_view text) const {
-  // A polynomial in a secret odd number, its high bits folded into the low ones that tables use.
-  static const std::uint64_t factor = hashFactor(0);
+  // The bits are mixed for each character: sums of characters times powers of a factor are equal
+  // for some texts whatever the factor.
   std::uint64_t h = hashKey;
-  for (const char c : text) h = (h + static_cast<unsigned char>(toUpper(c))) * factor;
-  return static_cast<std::size_t>(mixBits(h));
+  for (const char c : text) h = mixBits(h + static_cast<unsigned char>(toUpper(c)));
+  return static_cast<std::size_t>(h);
 }
 
 }  // namespace ostrel

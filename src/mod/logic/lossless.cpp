@@ -8,7 +8,7 @@
 
 #include "logic/columns.h"
 #include "logic/export.h"
-#include "logic/polarity.h"
+#include "logic/told_sets.h"
 #include "run/log.h"
 #include "run/options.h"
 
@@ -19,29 +19,7 @@ bool isMissing(const Equation& equation, SetSelector set) {
   const bool isOn = set == SetSelector::On;
   const TermChain& chain = isOn ? equation.onSet() : equation.offSet();
   const TermChain& other = isOn ? equation.offSet() : equation.onSet();
-  return set != SetSelector::Smaller && chain.empty() && !other.empty() &&
-         !equation.isConstant(Constant::Either);
-}
-
-/// The set that the options keep of a slot.
-SetSelector toldSet(const Signal& signal, Slot slot) {
-  const Options& opts = options();
-  switch (slot) {
-    case SlotLogic:
-      return logicSelector(signal);
-    case SlotClock:
-      return opts.ckMode;
-    case SlotClockEnable:
-      return opts.ceMode;
-    case SlotReset:
-      return opts.arMode;
-    case SlotSet:
-      return opts.apMode;
-    case SlotOutputEnable:
-      return opts.oeMode;
-    default:
-      return SetSelector::On;
-  }
+  return set != SetSelector::Smaller && chain.empty() && !other.empty();
 }
 
 bool isInverted(const Signal& signal) {
@@ -50,10 +28,6 @@ bool isInverted(const Signal& signal) {
     inverted ^= equation->polarity == Polarity::Inverted;
   }
   return inverted;
-}
-
-bool isInitialized(const Signal& signal) {
-  return signal.slot(SlotReset) != nullptr || signal.slot(SlotSet) != nullptr;
 }
 
 /// Makes a half the plain function of its Signal, complemented if the other half is constantly 1.
@@ -145,10 +119,26 @@ void renameControls(Signal& signal) {
   }
 }
 
+/// An SR register can only have its data as a pair: the function XOR 0.
+void makePair(Signal& signal) {
+  Equation left = *signal.slot(SlotLogic);
+  Equation& right = signal.makeEquation(SlotXorRight);
+  left.extension = right.extension = Extension::None;
+  left.xorRole = XorHalf::Left;
+  right.xorRole = XorHalf::Right;
+  right.makeConstant(false);
+  signal.setSlot(SlotXorLeft, std::move(left));
+  signal.deleteSlot(SlotLogic);
+}
+
 /// Finds extensions that say the type: the main function's own first, then those of the controls.
 Status settleType(Signal& signal) {
   if (exportedEquations(signal).empty() || isReadBack(signal)) return Status::Ok;
+  if (signal.registerType == RegisterType::REG_SR && signal.slotHasLogic(SlotLogic)) {
+    makePair(signal);
+  }
   for (Equation* equation : signal.mainEquations()) {
+    if (isReadBack(signal)) break;
     equation->extension = mainExtensions(signal.registerType).front();
   }
   if (!isReadBack(signal)) renameControls(signal);
@@ -170,15 +160,11 @@ void nameInitializers(Signal& signal) {
 
 }  // namespace
 
-SetSelector heldSet(const Signal& signal, Slot slot, SetSelector told) {
+SetSelector heldSet(const Signal& signal, Slot slot) {
+  const SetSelector told = toldSet(signal, slot);
   const Equation& equation = *signal.slot(slot);
   if (!options().lossless || !isMissing(equation, told)) return told;
   return told == SetSelector::On ? SetSelector::Off : SetSelector::On;
-}
-
-bool mayInvert(const Signal& signal) {
-  const Options& opts = options();
-  return !opts.lossless || !opts.ffBeforeInverter || opts.swapSetReset || !isInitialized(signal);
 }
 
 void complete(Signal& signal, PlaType type) {
@@ -188,14 +174,17 @@ void complete(Signal& signal, PlaType type) {
   for (const Slot slot : allSlots) {
     Equation* equation = signal.slot(slot);
     if (!isHeld || equation == nullptr || !equation->isEmpty()) continue;
-    equation->makeZero();
+    equation->makeConstant(false);
     note({signal.name, extensionText(equation->extension), " is empty and written as 0"});
   }
   completePair(signal);
   for (const Slot slot : allSlots) {
     Equation* equation = signal.slot(slot);
-    if (equation == nullptr || !isMissing(*equation, toldSet(signal, slot))) continue;
+    if (equation == nullptr || equation->isConstant(Constant::Either)) continue;
+    const SetSelector told = toldSet(signal, slot);
+    if (!isMissing(*equation, told)) continue;
     const bool isDone = equation->reduce(SetSelector::Both);
+    if (isDone && isMissing(*equation, told)) equation->makeConstant(told == SetSelector::Off);
     note({signal.name, extensionText(equation->extension),
           isDone ? " has its missing set worked out" : " keeps the set that it has"});
   }

@@ -11,12 +11,9 @@
 
 namespace ostrel {
 
-/// The set that a slot keeps: the told one, or the other one where there is none of these terms.
-SetSelector heldSet(const Signal& signal, Slot slot, SetSelector told);
-
-/// False if the flip-flop stands before the inverter, and set and reset, which the Signal has,
-/// could not follow an inversion of its data.
-bool mayInvert(const Signal& signal);
+/// The set that a filled slot keeps: the told one, or the other one where there is none of its
+/// terms.
+SetSelector heldSet(const Signal& signal, Slot slot);
 
 /// Brings what was read into a form that no later choice can lose: a half alone or beside a
 /// constant becomes the plain function, and a set that has to be kept and isn't there is worked

@@ -1,8 +1,9 @@
 #include "logic/polarity.h"
 
-#include <utility>
+#include <span>
 
 #include "logic/lossless.h"
+#include "logic/told_sets.h"
 #include "run/log.h"
 #include "run/options.h"
 
@@ -22,22 +23,22 @@ void followInversion(Signal& signal) {
 
 }  // namespace
 
-SetSelector logicSelector(const Signal& signal) {
-  const Options& opts = options();
-  const bool onOnly = !mayInvert(signal) || !opts.reduce ||
-                      (!opts.invert && !signal.isCombinatorial()) ||
-                      (opts.ffBeforeInverter && signal.registerType == RegisterType::REG_T);
-  return onOnly ? SetSelector::On : SetSelector::Both;
-}
-
 void reduce(Signal& signal) {
   Equation* logic = signal.slot(SlotLogic);
   if (!signal.reduced) {
-    if (logic != nullptr) logic->reduceToSmaller(logicSelector(signal));
+    if (logic != nullptr) {
+      logic->reduceForSmaller(toldSet(signal, SlotLogic));
+      logic->keepSets(SetSelector::Smaller);
+    }
     signal.reduced = true;
     return;
   }
-  if (logic != nullptr) logic->reduce(logicSelector(signal));
+  if (logic != nullptr) {
+    // XOR synthesis weighs both sets of what it has not seen; nobody else looks at the larger one.
+    const bool isLast = signal.xorTried || !options().xorSynthesis;
+    const SetSelector selector = toldSet(signal, SlotLogic);
+    isLast ? logic->reduceForSmaller(selector) : logic->reduce(selector);
+  }
   Equation* left = signal.slot(SlotXorLeft);
   Equation* right = signal.slot(SlotXorRight);
   if (left != nullptr) left->reduce(SetSelector::Both);
@@ -50,24 +51,18 @@ void reduce(Signal& signal) {
 }
 
 void choosePolarity(Signal& signal) {
-  const Options& opts = options();
-  Equation* logic = signal.slot(SlotLogic);
-  const bool isInverted =
-      logic != nullptr && logic->keepSets(heldSet(signal, SlotLogic, logicSelector(signal)));
-  const bool isInitialized = signal.slot(SlotReset) != nullptr || signal.slot(SlotSet) != nullptr;
-  if (isInverted && opts.ffBeforeInverter && isInitialized) followInversion(signal);
-  const std::pair<Slot, SetSelector> choices[] = {
-      {SlotXorLeft, SetSelector::On}, {SlotXorRight, SetSelector::On}, {SlotClock, opts.ckMode},
-      {SlotClockEnable, opts.ceMode}, {SlotReset, opts.arMode},        {SlotSet, opts.apMode},
-      {SlotOutputEnable, opts.oeMode}};
-  for (const auto& [index, selector] : choices) {
-    if (signal.slot(index) != nullptr)
-      signal.slot(index)->keepSets(heldSet(signal, index, selector));
-  }
+  const auto keep = [&signal](Slot slot) {
+    Equation* equation = signal.slot(slot);
+    return equation != nullptr && equation->keepSets(heldSet(signal, slot));
+  };
+  const bool isInverted = keep(SlotLogic);
+  if (isInverted && options().ffBeforeInverter && isInitialized(signal)) followInversion(signal);
+  for (const Slot slot : std::span(allSlots).subspan(SlotXorLeft)) keep(slot);
 }
 
 void normalizePolarity(Signal& signal) {
   for (const Slot index : allSlots) {
+    if (index == SlotLogic && !mayInvert(signal)) continue;
     if (signal.slot(index) != nullptr) signal.slot(index)->normalizePolarity();
   }
 }

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "minimizer/cube_index.h"
+
 namespace ostrel {
 
 Term TermTable::term(const Cube& cube) {
@@ -20,7 +22,7 @@ Term TermTable::term(const Cube& cube) {
 /// The slot that holds the cube, or the free one where it belongs.
 std::size_t TermTable::findSlot(const Cube& cube) const {
   const std::size_t mask = slots_.size() - 1;
-  std::size_t slot = cube.hash() & mask;
+  std::size_t slot = static_cast<std::size_t>(mixBits(literalHash(cube))) & mask;
   while (slots_[slot] != 0 && !(cubes_[slots_[slot] - 1] == cube)) slot = (slot + 1) & mask;
   return slot;
 }

@@ -4,6 +4,7 @@
 #include <memory>
 #include <utility>
 
+#include "logic/told_sets.h"
 #include "run/heart.h"
 #include "run/options.h"
 
@@ -32,6 +33,7 @@ bool synthesizeXor(Signal& signal) {
   signal.xorTried = true;
   Equation* logic = signal.slot(SlotLogic);
   if (logic == nullptr) return false;
+  if (logic->polarity == Polarity::Inverted && !mayInvert(signal)) return false;
   // A function of one or two terms is never decomposed.
   const int terms = logic->termCount(SetSelector::Smaller);
   if (terms < 3) return false;

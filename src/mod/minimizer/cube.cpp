@@ -2,8 +2,6 @@
 
 #include <utility>
 
-#include "minimizer/hash_key.h"
-
 namespace ostrel {
 
 Cube::Cube(std::string_view text) {
@@ -73,20 +71,6 @@ void Cube::grow(std::size_t blockCount) {
   if (blockCount_ > 1) std::copy_n(rest_.get(), blockCount_ - 1, wider.get());
   rest_ = std::move(wider);
   blockCount_ = blockCount;
-}
-
-std::size_t Cube::hash() const {
-  // Multiply and fold, word by word; blocks without a literal leave the hash as it is.
-  static const std::uint64_t factor = hashFactor(0);
-  std::uint64_t h = hashKey;
-  for (std::size_t i = 0; i < blockCount_; ++i) {
-    const Block b = block(i);
-    if (b.care == 0) continue;
-    h = (h ^ b.care ^ (i << 32)) * factor;
-    h = (h ^ (h >> 29) ^ b.value) * factor;
-    h ^= h >> 32;
-  }
-  return static_cast<std::size_t>(h);
 }
 
 }  // namespace ostrel

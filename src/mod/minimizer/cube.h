@@ -90,9 +90,6 @@ class Cube {
     for (std::size_t i = 0; i < blockCount_; ++i) block(i).forEachLiteral(i * 64, visit);
   }
 
-  /// Equal cubes have equal hashes, however many blocks each one stores.
-  std::size_t hash() const;
-
   /// Stored blocks, at least 1. Block i holds the columns 64 * i to 64 * i + 63.
   std::size_t blockCount() const { return blockCount_; }
   Block block(std::size_t i) const {

@@ -1,12 +1,15 @@
 // Finds cubes, and the neighbours of a cube, by hash instead of by comparison with a whole list.
 //
-// The hash is linear in the bits of a cube: hash = sum over blocks of care * C + value * V, modulo
-// 2^64, with odd constants C and V for each block. A literal that is inverted or dropped adds or
-// takes away one shifted constant, so the hash of each neighbour costs two instructions and no
-// neighbour needs to be built. Equal hashes are a hint and no proof; whoever looks up tests the
-// cubes that it is given.
+// The hash is linear in the bits of a cube: hash = sum over half blocks of care * C + value * V,
+// modulo 2^64, with secret factors C and V for each half. A literal that is inverted or dropped
+// adds or takes away one shifted factor, so the hash of each neighbour costs a few instructions and
+// no neighbour needs to be built. It is halves because a factor that is shifted by up to 31 places
+// keeps 32 of its secret bits; of one shifted by 63 only a bit is left, which is known, and rows
+// that differ in such columns alone would all have one hash. Equal hashes are a hint and no proof;
+// whoever looks up tests the cubes that it is given.
 #pragma once
 
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -16,7 +19,8 @@
 
 namespace ostrel {
 
-/// The constants of one block of 64 columns.
+/// The factors of the lower halves of a block; with their own halves exchanged they are those of
+/// the upper ones.
 struct HashFactors {
   std::uint64_t care;
   std::uint64_t value;
@@ -27,23 +31,33 @@ inline HashFactors hashFactors(std::size_t block) {
   return {hashFactor(2 * block), hashFactor(2 * block + 1)};
 }
 
+/// What 64 bits of a cube add to its hash, and what a single one of them does.
+inline std::uint64_t hashOfBits(std::uint64_t factor, std::uint64_t bits) {
+  return (bits & UINT32_MAX) * factor + (bits >> 32U) * std::rotl(factor, 32);
+}
+inline std::uint64_t hashOfBit(std::uint64_t factor, unsigned bit) {
+  return std::rotl(factor, static_cast<int>(bit & 32U)) << (bit & 31U);
+}
+
 /// The hash of the places of the literals, whatever their sense.
 template <PackedCube C>
 std::uint64_t careHash(const C& cube) {
   std::uint64_t hash = 0;
   for (std::size_t i = 0; i < cube.blockCount(); ++i) {
-    hash += cube.block(i).care * hashFactors(i).care;
+    hash += hashOfBits(hashFactors(i).care, cube.block(i).care);
   }
   return hash;
 }
 
-/// The hash of all literals.
+/// The hash of all literals; equal for equal cubes, however many blocks each one stores.
 template <PackedCube C>
 std::uint64_t literalHash(const C& cube) {
   std::uint64_t hash = 0;
   for (std::size_t i = 0; i < cube.blockCount(); ++i) {
+    const Cube::Block block = cube.block(i);
+    if (block.care == 0) continue;
     const HashFactors factors = hashFactors(i);
-    hash += cube.block(i).care * factors.care + cube.block(i).value * factors.value;
+    hash += hashOfBits(factors.care, block.care) + hashOfBits(factors.value, block.value);
   }
   return hash;
 }
@@ -66,13 +80,14 @@ void forEachNeighbourHash(const C& cube, std::uint64_t hash, Change change, Visi
 /// Hash changes for forEachNeighbourHash: the literal is inverted, or becomes a dash in a hash of
 /// all literals, or becomes a dash in a hash of places.
 inline std::uint64_t invertedLiteral(HashFactors f, unsigned bit, bool isOne) {
-  return isOne ? -(f.value << bit) : f.value << bit;
+  const std::uint64_t change = hashOfBit(f.value, bit);
+  return isOne ? -change : change;
 }
 inline std::uint64_t droppedLiteral(HashFactors f, unsigned bit, bool isOne) {
-  return -(f.care << bit) - (isOne ? f.value << bit : 0);
+  return -hashOfBit(f.care, bit) - (isOne ? hashOfBit(f.value, bit) : 0);
 }
 inline std::uint64_t droppedPlace(HashFactors f, unsigned bit, bool /*isOne*/) {
-  return -(f.care << bit);
+  return -hashOfBit(f.care, bit);
 }
 
 /// A hash table from a 64-bit key to the numbers that were added under it, in the order of adding.

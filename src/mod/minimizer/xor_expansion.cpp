@@ -63,7 +63,7 @@ class ListStore {
 
   std::size_t slotOf(std::span<const C> content) const {
     std::uint64_t hash = 0;
-    for (const C& cube : content) hash = hash * 0x9E3779B97F4A7C15U + literalHash(cube);
+    for (const C& cube : content) hash = mixBits(hash + literalHash(cube));
     std::size_t slot = placeOf(hash, slots_.size());
     while (slots_[slot] != none && !std::ranges::equal(list(slots_[slot]), content)) {
       slot = (slot + 1) & (slots_.size() - 1);

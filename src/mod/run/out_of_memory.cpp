@@ -4,6 +4,7 @@
 #include <iostream>
 #include <new>
 
+#include "fil/console.h"
 #include "run/log.h"
 #include "run/output_file.h"
 #include "run/system.h"
@@ -18,6 +19,7 @@ constexpr int maxTries = 4;
 void outOfMemory() {
   static int tries = 0;
   constexpr const char* message = "<ERROR> K52700: failed to allocate memory\n";
+  OrderedConsole::passOnLast();
   if (!logText(toErrorAndLog, message)) writeToStandardError(message);
   if (++tries < maxTries) return;
   OutputFile::abandon();

@@ -6,8 +6,8 @@
 
 namespace ostrel {
 
-/// 0: the output was written. 1: the design was rejected. 2: a file could not be opened or read,
-/// or usage was printed.
+/// 0: the output was written, to its last byte. 1: the design was rejected. 2: a file could not be
+/// opened, read or written, or usage was printed.
 int runProgram(const std::vector<std::string>& words);
 
 }  // namespace ostrel

@@ -33,7 +33,7 @@ std::optional<std::string> behindLinks(std::string name) {
     if (isNoLink) return name;
     const fs::path folder = fs::canonical(folderOf(name), isNoLink);
     if (isNoLink || *std::next(folder.begin()) == "proc") return std::nullopt;
-    name = link.starts_with('/') ? link : folderOf(name) + link;
+    name = link.starts_with('/') ? link : folderOf(name).append(link);
   }
   return std::nullopt;
 }
