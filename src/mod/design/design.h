@@ -18,7 +18,7 @@
 #include "fil/pla_file.h"
 #include "fil/text.h"
 #include "logic/signal.h"
-#include "logic/term_table.h"
+#include "minimizer/term_table.h"
 
 namespace ostrel {
 

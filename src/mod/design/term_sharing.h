@@ -26,7 +26,7 @@
 #include <vector>
 
 #include "logic/split_limits.h"
-#include "logic/term_table.h"
+#include "minimizer/term_table.h"
 
 namespace ostrel {
 

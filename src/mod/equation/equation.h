@@ -12,8 +12,8 @@
 
 #include "fil/pla_file.h"
 #include "fil/status.h"
-#include "logic/term_chain.h"
-#include "logic/term_table.h"
+#include "minimizer/term_chain.h"
+#include "minimizer/term_table.h"
 #include "run/options.h"
 
 namespace ostrel {

@@ -8,19 +8,12 @@
 
 #include "logic/columns.h"
 #include "logic/export.h"
-#include "logic/told_sets.h"
+#include "logic/kept_sets.h"
 #include "run/log.h"
 #include "run/options.h"
 
 namespace ostrel {
 namespace {
-
-bool isMissing(const Equation& equation, SetSelector set) {
-  const bool isOn = set == SetSelector::On;
-  const TermChain& chain = isOn ? equation.onSet() : equation.offSet();
-  const TermChain& other = isOn ? equation.offSet() : equation.onSet();
-  return set != SetSelector::Smaller && chain.empty() && !other.empty();
-}
 
 bool isInverted(const Signal& signal) {
   bool inverted = false;
@@ -28,6 +21,10 @@ bool isInverted(const Signal& signal) {
     inverted ^= equation->polarity == Polarity::Inverted;
   }
   return inverted;
+}
+
+bool isInitialized(const Signal& signal) {
+  return signal.slot(SlotReset) != nullptr || signal.slot(SlotSet) != nullptr;
 }
 
 /// Makes a half the plain function of its Signal, complemented if the other half is constantly 1.
@@ -159,13 +156,6 @@ void nameInitializers(Signal& signal) {
 }
 
 }  // namespace
-
-SetSelector heldSet(const Signal& signal, Slot slot) {
-  const SetSelector told = toldSet(signal, slot);
-  const Equation& equation = *signal.slot(slot);
-  if (!options().lossless || !isMissing(equation, told)) return told;
-  return told == SetSelector::On ? SetSelector::Off : SetSelector::On;
-}
 
 void complete(Signal& signal, PlaType type) {
   const bool isHeld = type == PlaType::fd || std::ranges::any_of(controlSlots, [&](Slot slot) {

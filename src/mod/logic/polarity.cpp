@@ -2,8 +2,7 @@
 
 #include <span>
 
-#include "logic/lossless.h"
-#include "logic/told_sets.h"
+#include "logic/kept_sets.h"
 #include "run/log.h"
 #include "run/options.h"
 
@@ -27,7 +26,7 @@ void reduce(Signal& signal) {
   Equation* logic = signal.slot(SlotLogic);
   if (!signal.reduced) {
     if (logic != nullptr) {
-      logic->reduceForSmaller(toldSet(signal, SlotLogic));
+      logic->reduceForSmaller(logicSelector(signal));
       logic->keepSets(SetSelector::Smaller);
     }
     signal.reduced = true;
@@ -36,7 +35,7 @@ void reduce(Signal& signal) {
   if (logic != nullptr) {
     // XOR synthesis weighs both sets of what it has not seen; nobody else looks at the larger one.
     const bool isLast = signal.xorTried || !options().xorSynthesis;
-    const SetSelector selector = toldSet(signal, SlotLogic);
+    const SetSelector selector = logicSelector(signal);
     isLast ? logic->reduceForSmaller(selector) : logic->reduce(selector);
   }
   Equation* left = signal.slot(SlotXorLeft);
@@ -51,13 +50,14 @@ void reduce(Signal& signal) {
 }
 
 void choosePolarity(Signal& signal) {
-  const auto keep = [&signal](Slot slot) {
-    Equation* equation = signal.slot(slot);
-    return equation != nullptr && equation->keepSets(heldSet(signal, slot));
-  };
-  const bool isInverted = keep(SlotLogic);
-  if (isInverted && options().ffBeforeInverter && isInitialized(signal)) followInversion(signal);
-  for (const Slot slot : std::span(allSlots).subspan(SlotXorLeft)) keep(slot);
+  const Options& opts = options();
+  Equation* logic = signal.slot(SlotLogic);
+  const bool isInverted = logic != nullptr && logic->keepSets(keptSet(signal, SlotLogic));
+  const bool isInitialized = signal.slot(SlotReset) != nullptr || signal.slot(SlotSet) != nullptr;
+  if (isInverted && opts.ffBeforeInverter && isInitialized) followInversion(signal);
+  for (const Slot index : std::span(allSlots).subspan(SlotXorLeft)) {
+    if (signal.slot(index) != nullptr) signal.slot(index)->keepSets(keptSet(signal, index));
+  }
 }
 
 void normalizePolarity(Signal& signal) {

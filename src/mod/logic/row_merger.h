@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "fil/pla_file.h"
-#include "logic/term_table.h"
+#include "minimizer/term_table.h"
 
 namespace ostrel {
 

@@ -4,7 +4,7 @@
 #include <memory>
 #include <utility>
 
-#include "logic/told_sets.h"
+#include "logic/kept_sets.h"
 #include "run/heart.h"
 #include "run/options.h"
 

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <optional>
 #include <utility>
 
 #include "fil/text.h"
@@ -23,29 +22,6 @@ const std::string* valueWord(std::size_t& index, std::span<const std::string> wo
   return &words[++index];
 }
 
-/// What stands behind the '=' of an option word, be it empty.
-std::optional<std::string_view> ownValue(std::string_view word) {
-  const std::size_t equals = word.find('=');
-  if (equals == std::string_view::npos) return std::nullopt;
-  return word.substr(equals + 1);
-}
-
-/// The number a word begins with, 0 if it begins with none; the fallback if it is too large.
-int readNumber(std::string_view word, int fallback) {
-  const char* first = word.data();
-  const char* last = first + word.size();
-  first = std::find_if_not(first, last, isSpace);
-  if (first != last && *first == '+' && ++first != last && *first == '-') return 0;
-  int number = 0;
-  const bool tooLarge = std::from_chars(first, last, number).ec == std::errc::result_out_of_range;
-  return tooLarge ? fallback : number;
-}
-
-MinimizeEffort readEffort(std::string_view word) {
-  if (equalNoCase(word, "fast")) return MinimizeEffort::Fast;
-  return equalNoCase(word, "deep") ? MinimizeEffort::Deep : MinimizeEffort::Normal;
-}
-
 /// The walk over the words from the first option on.
 class Walk {
  public:
@@ -63,8 +39,9 @@ class Walk {
 
  private:
   void applyOption(std::string_view word) {
-    const auto row = std::find_if(optionTable.begin(), optionTable.end(),
-                                  [&](const OptionRow& r) { return matches(r, word); });
+    const auto row = std::find_if(optionTable.begin(), optionTable.end(), [&](const OptionRow& r) {
+      return compareNoCaseN(word, r.word, r.characters) == 0;
+    });
     if (row != optionTable.end()) {
       std::visit([this](const auto& value) { take(value); }, row->value);
     }
@@ -84,19 +61,6 @@ class Walk {
     options_.*option.field = n >= option.least ? n : option.first;
     if (option.field == &Options::splitMax) options_.shareMin = 2;
   }
-  void take(OwnEffort option) {
-    options_.*option.field = readEffort(ownValue(words_[index_]).value_or(""));
-  }
-  void take(OwnNumber option) {
-    const int n = readNumber(ownValue(words_[index_]).value_or(""), 0);
-    options_.*option.field = true;
-    options_.*option.number = n >= option.least ? std::optional(n) : std::nullopt;
-  }
-  void take(OwnOrNextNumber option) {
-    const auto own = ownValue(words_[index_]);
-    const int n = own ? readNumber(*own, -1) : intOption(index_, words_, -1);
-    options_.*option.field = n >= option.least ? n : option.first;
-  }
 
   std::span<const std::string> words_;
   Options& options_;
@@ -108,7 +72,14 @@ class Walk {
 
 int intOption(std::size_t& index, std::span<const std::string> words, int fallback) {
   const std::string* word = valueWord(index, words);
-  return word != nullptr ? readNumber(*word, fallback) : fallback;
+  if (word == nullptr) return fallback;
+  const char* first = word->data();
+  const char* last = first + word->size();
+  first = std::find_if_not(first, last, isSpace);
+  if (first != last && *first == '+' && ++first != last && *first == '-') return 0;
+  int number = 0;  // what a word without digits gives
+  const bool tooLarge = std::from_chars(first, last, number).ec == std::errc::result_out_of_range;
+  return tooLarge ? fallback : number;
 }
 
 bool boolOption(std::size_t& index, std::span<const std::string> words, bool fallback) {

@@ -6,12 +6,10 @@
 
 #include <array>
 #include <cstddef>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
 
-#include "fil/text.h"
 #include "run/options.h"
 
 namespace ostrel {
@@ -34,33 +32,17 @@ struct Number {  // a first value, replaced by a number that is not below `least
   int first;
   int least;
 };
-// An own value stands behind '=' in the option's word; a bad one counts as none.
-struct OwnEffort {
-  MinimizeEffort Options::*field;
-};
-struct OwnNumber {
-  bool Options::*field;
-  std::optional<int> Options::*number;
-  int least;
-};
-struct OwnOrNextNumber {  // like Number, but its own value goes before the next word
-  int Options::*field;
-  int first;
-  int least;
-};
 
 struct OptionRow {
   std::string_view word;
-  std::size_t characters;  // places that are compared, or one of the two below
-  std::variant<NextPlainWord, SetChoice, YesNo, Flag, Number, OwnEffort, OwnNumber, OwnOrNextNumber>
-      value;
+  std::size_t characters;  // places that are compared; wholeWord for all
+  std::variant<NextPlainWord, SetChoice, YesNo, Flag, Number> value;
 };
 
 inline constexpr std::size_t wholeWord = std::string_view::npos;
-inline constexpr std::size_t wholeName = wholeWord - 1;  // all that stands before '='
 
 /// The first row that matches acts, so the order counts.
-inline constexpr std::array<OptionRow, 29> optionTable = {{
+inline constexpr std::array<OptionRow, 25> optionTable = {{
     {"-input", 4, NextPlainWord{&Options::input}},
     {"-output", 4, NextPlainWord{&Options::output}},
     {"-log", wholeWord, NextPlainWord{&Options::log}},
@@ -85,17 +67,8 @@ inline constexpr std::array<OptionRow, 29> optionTable = {{
     {"-share", 4, Number{&Options::shareMin, 2, 1}},
     {"-clust", 4, Number{&Options::clusterSize, 5, 1}},
     {"-invert", 4, YesNo{&Options::invert}},
+    // Words with two dashes are matched whole.
     {"--lossless", wholeWord, Flag{&Options::lossless}},
-    {"--verify", wholeWord, Flag{&Options::verify}},
-    {"--minimize", wholeName, OwnEffort{&Options::minimize}},
-    {"--factor", wholeName, OwnNumber{&Options::factor, &Options::factorPrice, 1}},
-    {"--depth", wholeName, OwnOrNextNumber{&Options::depth, 0, 0}},
 }};
-
-/// True if the parser takes the word for the option.
-inline bool matches(const OptionRow& row, std::string_view word) {
-  if (row.characters == wholeName) return equalNoCase(word.substr(0, word.find('=')), row.word);
-  return compareNoCaseN(word, row.word, row.characters) == 0;
-}
 
 }  // namespace ostrel

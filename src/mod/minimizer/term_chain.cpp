@@ -1,4 +1,4 @@
-#include "logic/term_chain.h"
+#include "minimizer/term_chain.h"
 
 #include <algorithm>
 #include <utility>

@@ -10,9 +10,9 @@
 #include <span>
 #include <vector>
 
-#include "logic/term_table.h"
 #include "minimizer/column_set.h"
 #include "minimizer/effort.h"
+#include "minimizer/term_table.h"
 
 namespace ostrel {
 

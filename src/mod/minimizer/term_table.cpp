@@ -1,4 +1,4 @@
-#include "logic/term_table.h"
+#include "minimizer/term_table.h"
 
 #include <utility>
 
