@@ -1,14 +1,16 @@
 // The order of terms for cutting: terms that read the same columns stand next to each other.
 //
-// The first term is the one with the most literals; each further one is the term that has the most
-// columns in common with all that were placed before it. When no term left has a column in common,
-// the columns of all that are left take part from there on.
+// Idea. The first term is the one with the most literals; each further one is the term that has the
+// most columns in common with all that were placed before it. When no term left has a column in
+// common, the columns of all that are left take part from there on.
 //
 // Example: "1---", "11--", "--11" come out as "11--", "1---", "--11".
 //
-// Ties go to the term that stands first in the chain. The overlaps are kept up to date column by
-// column instead of being counted anew for each choice, so the cost is that of the literals, times
-// a logarithm for the choice of the greatest.
+// Cost. The overlaps are kept up to date column by column instead of being counted anew for each
+// choice, so it is that of the literals, times a logarithm for the choice of the greatest.
+//
+// Order. The whole result is one: it decides which terms share a node, and ties go to the term that
+// stands first in the chain.
 #include <algorithm>
 #include <cassert>
 #include <optional>

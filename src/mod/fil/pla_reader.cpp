@@ -238,9 +238,15 @@ Status PlaReader::readDotCommand() {
 }
 
 Status PlaReader::dispatchDotCommand(std::string_view word) {
-  if (equalNoCase(word, "ilb")) return readInputNames();
+  if (equalNoCase(word, "ilb")) {
+    return readColumnNames(NameKind::Input, "Error reading input names in .ilb\n",
+                           "Number of inputs mis-matched in .ilb\n");
+  }
   if (equalNoCase(word, "i")) return readCount('i', file_.table(NameKind::Input).count, maxCount);
-  if (equalNoCase(word, "ob")) return readOutputNames();
+  if (equalNoCase(word, "ob")) {
+    return readColumnNames(NameKind::Output, "Error reading output names in .ob\n",
+                           "Number of outputs mis-matched in .o\n");
+  }
   if (equalNoCase(word, "o")) return readCount('o', file_.table(NameKind::Output).count, maxCount);
   if (equalNoCase(word, "phase")) readPhase(false);
   if (equalNoCase(word, "p")) {
@@ -279,16 +285,6 @@ Status PlaReader::readType() {
     file_.type = known->second;
   }
   return Status::Ok;
-}
-
-Status PlaReader::readInputNames() {
-  return readColumnNames(NameKind::Input, "Error reading input names in .ilb\n",
-                         "Number of inputs mis-matched in .ilb\n");
-}
-
-Status PlaReader::readOutputNames() {
-  return readColumnNames(NameKind::Output, "Error reading output names in .ob\n",
-                         "Number of outputs mis-matched in .o\n");
 }
 
 Status PlaReader::readColumnNames(NameKind kind, std::string_view wordFault,

@@ -50,8 +50,6 @@ class PlaReader {
   Status dispatchDotCommand(std::string_view word);
   Status readCount(char letter, int& target, int limit);
   Status readType();
-  Status readInputNames();
-  Status readOutputNames();
   Status readColumnNames(NameKind kind, std::string_view wordFault, std::string_view countFault);
   void readPhase(bool isComment);
 
