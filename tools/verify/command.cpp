@@ -75,7 +75,7 @@ bool readEffort(const std::optional<std::string>& text, std::int64_t& effort) {
 
 // False if the word is no option of the verifier.
 bool readOwnOption(const std::vector<std::string>& arguments, std::size_t& i, Command& command) {
-  const std::string word = arguments[i];
+  const std::string& word = arguments[i];
   const auto is = [&](std::string_view option) {
     return word == option || word.starts_with(std::string(option) + "=");
   };

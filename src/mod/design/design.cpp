@@ -16,7 +16,9 @@ Signal* Design::find(std::string_view name) const {
 Signal* Design::findEquivalent(const Equation& equation) const {
   const auto found = std::ranges::find_if(logic_, [&](const Signal* signal) {
     const Equation* logic = signal->slot(SlotLogic);
-    const bool canBeOff = options().lossless && signal->slot(SlotOutputEnable) != nullptr;
+    const Equation* enable = signal->slot(SlotOutputEnable);
+    const bool canBeOff = options().lossless && enable != nullptr &&
+                          (enable->polarity == Polarity::Inverted || !enable->onHoldsUniversal());
     return signal->isCombinatorial() && logic != nullptr && !canBeOff &&
            logic->sameFunction(equation);
   });

@@ -56,6 +56,10 @@ bool Equation::isConstant(Constant constant) const {
   return chain.empty() || isUniversal(chain.front(), *terms_);
 }
 
+bool Equation::onHoldsUniversal() const {
+  return std::ranges::any_of(onSet_, [this](Term term) { return isUniversal(term, *terms_); });
+}
+
 bool Equation::exceedsLimit(std::size_t columns, std::size_t terms) {
   return columns * columns * terms > complexityLimit;
 }

@@ -43,19 +43,20 @@ void completePair(Signal& signal) {
   note({signal.name, " has one XOR half, which is its plain function"});
 }
 
-/// An enable without rows of 0 may be 1 wherever the rows leave it open, and then says nothing.
+/// An enable that is 1 everywhere, or may be because no row says 0, says nothing.
 bool canBeAlwaysOn(const Equation& equation, PlaType type) {
+  if (equation.polarity == Polarity::Inverted) return false;
   const bool leavesOpen = type == PlaType::fr || type == PlaType::fdr;
-  return leavesOpen && equation.offSet().empty() && equation.polarity != Polarity::Inverted;
+  return (leavesOpen && equation.offSet().empty()) || equation.onHoldsUniversal();
 }
 
 /// Works out a set that has to be kept and isn't there.
 void completeSet(Signal& signal, Slot slot, PlaType type) {
   Equation& equation = *signal.slot(slot);
   const SetSelector told = toldSet(signal, slot);
-  if (equation.isConstant(Constant::Either) || !isMissing(equation, told)) return;
-  const bool isEnable = slot == SlotClockEnable || slot == SlotOutputEnable;
+  const bool isEnable = slot == SlotOutputEnable && told == SetSelector::Off;
   if (isEnable && canBeAlwaysOn(equation, type)) return signal.deleteSlot(slot);
+  if (equation.isConstant(Constant::Either) || !isMissing(equation, told)) return;
   const bool isDone = equation.reduce(SetSelector::Both);
   if (isDone && isMissing(equation, told)) equation.makeConstant(told == SetSelector::Off);
   note({signal.name, extensionText(equation.extension),
