@@ -6,8 +6,10 @@
 #include <sstream>
 #include <string>
 
+#include "fil/pla_writer.h"
 #include "run/options.h"
 #include "run/pipeline.h"
+#include "support/read_text.h"
 
 namespace {
 
@@ -62,23 +64,15 @@ std::string sharedFile(int functions, int terms) {
   return text;
 }
 
-PlaFile readText(const std::string& text) {
-  std::istringstream stream(text);
-  std::ostringstream silent;
-  PlaFile file;
-  file.read(stream, {silent, silent});
-  return file;
-}
-
 void throughTheSystem(benchmark::State& state) {
   ostrel::setOptions({});
   const std::string text = rowsFile(static_cast<int>(state.range(0)));
   for (auto _ : state) {
-    const PlaFile file = readText(text);
+    const PlaFile file = readText(text).file;
     Run run(file);
     ostrel::runPipeline(run);
     std::ostringstream written;
-    run.target.write(written);
+    writePla(run.target, written, "today");
     benchmark::DoNotOptimize(written.str().size());
   }
 }
@@ -88,9 +82,9 @@ void readingAndWriting(benchmark::State& state) {
   ostrel::setOptions({});
   const std::string text = sharedFile(2000, 20);
   for (auto _ : state) {
-    PlaFile file = readText(text);
+    PlaFile file = readText(text).file;
     std::ostringstream written;
-    file.write(written);
+    writePla(file, written, "today");
     benchmark::DoNotOptimize(written.str().size());
   }
 }
@@ -98,7 +92,7 @@ BENCHMARK(readingAndWriting)->Unit(benchmark::kMillisecond);
 
 void passesBeforeSplitting(benchmark::State& state) {
   ostrel::setOptions({});
-  const PlaFile file = readText(sharedFile(2000, 20));
+  const PlaFile file = readText(sharedFile(2000, 20)).file;
   for (auto _ : state) {
     state.PauseTiming();
     Run run(file);
@@ -114,7 +108,7 @@ void splittingSharedTerms(benchmark::State& state) {
   options.splitMax = 16;
   options.shareMin = 2;
   ostrel::setOptions(options);
-  const PlaFile file = readText(sharedFile(static_cast<int>(state.range(0)), 200));
+  const PlaFile file = readText(sharedFile(static_cast<int>(state.range(0)), 200)).file;
   for (auto _ : state) {
     Run run(file);
     ostrel::runPipeline(run);

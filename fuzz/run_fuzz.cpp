@@ -1,5 +1,5 @@
 // A whole run on arbitrary bytes as the input file, behind the bytes that choose the options.
-#include "checked_run.h"
+#include "support/checked_run.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size < optionBytes) return 0;

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "fil/pla_reader.h"
 #include "run/command_line.h"
 #include "verify/check/strict_reader.h"
 #include "verify/compare/judge.h"
@@ -26,7 +27,7 @@ std::string take(std::string_view& rest) {
 bool read(const std::string& text, PlaFile& file) {
   std::istringstream stream(text);
   std::ostringstream lines;
-  return file.read(stream, Console{lines, lines}) == Status::Ok;
+  return readPla(stream, Console{lines, lines}, file) == Status::Ok;
 }
 
 }  // namespace

@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 #include <sstream>
 
-#include "program.h"
+#include "support/program.h"
 
 namespace fs = std::filesystem;
 

@@ -5,8 +5,8 @@
 #include <gtest/gtest.h>
 #include <sstream>
 
-#include "program.h"
 #include "run/option_files.h"
+#include "support/program.h"
 
 namespace ostrel {
 namespace {
@@ -54,11 +54,6 @@ std::string describe(const Options& seen) {
   number("percent", seen.percent, plain.percent);
   number("gui", seen.gui, plain.gui);
   number("lossless", seen.lossless, plain.lossless);
-  number("verify", seen.verify, plain.verify);
-  number("minimize", seen.minimize, plain.minimize);
-  number("factor", seen.factor, plain.factor);
-  number("price", seen.factorPrice.value_or(-1), -1);
-  number("depth", seen.depth, plain.depth);
   return out.str();
 }
 
@@ -101,21 +96,9 @@ TEST(CommandLine, LeavesInTheOptions) {
       {"-cluster 3 -share 0", "share=2 clust=3 "},
       {"-split 99999999999 -share 00004", "split=16 share=4 "},
       // two dashes: whole words, an own value behind '='
-      {"--lossless --VERIFY", "lossless=1 verify=1 "},
-      {"--lossless=yes --verify= --loss --lossless2 --minimiz --depths 3 --xor --=", ""},
-      {"-lossless -minimize=deep -depth 3 -factor", ""},
-      {"--minimize deep", "minimize=2 "},
-      {"--minimize=fast --factor=7", "minimize=1 factor=1 price=7 "},
-      {"--Minimize=DEEP --lossless", "lossless=1 minimize=3 "},
-      {"--minimize=deep --minimize=deeper", "minimize=2 "},
-      {"--factor 7", "factor=1 "},
-      {"--factor=7 --factor=none", "factor=1 "},
-      {"--factor=99999999999 --depth=99999999999", "factor=1 "},
-      {"--depth 3 -split=5 8", "split=8 share=2 depth=3 "},
-      {"--depth=3 4 -input --depth= x", "in=x out=y "},
-      {"-input --DEPTH=3 x", "in=x out=y depth=3 "},
-      {"--depth 3 --depth=-1 --factor=-1", "factor=1 "},
-      {"--depth --verify", "verify=1 "},
+      {"--LOSSLESS -xor no", "lossless=1 "},
+      {"--lossless=yes --loss --lossless2 --xor --= -lossless", ""},
+      {"-input --lossless x", "in=x out=y lossless=1 "},
   };
   for (const auto& row : table) {
     const CommandLine line = parseCommandLine(wordsOf(row.line));
@@ -137,7 +120,7 @@ TEST(CommandLine, SplicesOptionFilesIn) {
   const std::string folder = makeFolder() + "/";
   writeFile(folder + "one", "-xor");
   writeFile(folder + "two", "-input x.tt2\r\n\t-xor\n\n");
-  writeFile(folder + "dashes", "--minimize=deep\n--depth\n3 --lossless");
+  writeFile(folder + "dashes", "--lossless");
   writeFile(folder + "self", "-clust 9 @" + folder + "self");
   writeFile(folder + "bomb", [&] {
     std::string words;
@@ -150,8 +133,7 @@ TEST(CommandLine, SplicesOptionFilesIn) {
   EXPECT_EQ(describe(parse("@" + folder + "two").options), "in=x.tt2 out=x.tt3 xor=1 ");
   EXPECT_EQ(describe(parse("-input a @" + folder + "two -xor no @ @nothing").options),
             "in=x.tt2 out=x.tt3 ");
-  EXPECT_EQ(describe(parse("@" + folder + "dashes -xor").options),
-            "xor=1 lossless=1 minimize=3 depth=3 ");
+  EXPECT_EQ(describe(parse("@" + folder + "dashes -xor").options), "xor=1 lossless=1 ");
   const CommandLine nested = parse("-log @" + folder + "self -err e");
   EXPECT_EQ(nested.optionFileLevel, maxOptionFileLevel + 1);
   // The word that is left over counts as a plain word.

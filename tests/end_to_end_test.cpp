@@ -7,8 +7,8 @@
 #include <regex>
 #include <sstream>
 
-#include "case_file.h"
-#include "program.h"
+#include "support/case_file.h"
+#include "support/program.h"
 
 namespace fs = std::filesystem;
 

@@ -8,8 +8,9 @@
 #include <sstream>
 #include <unistd.h>
 
-#include "program.h"
+#include "fil/pla_reader.h"
 #include "run/command_line.h"
+#include "support/program.h"
 #include "verify/check/strict_reader.h"
 #include "verify/command.h"
 #include "verify/compare/judge.h"
@@ -43,7 +44,7 @@ std::string plaText(const std::string& design) {
 PlaFile fileOf(const std::string& design) {
   std::istringstream stream(plaText(design));
   PlaFile file;
-  EXPECT_EQ(file.read(stream, standardConsole()), Status::Ok) << design;
+  EXPECT_EQ(readPla(stream, standardConsole(), file), Status::Ok) << design;
   return file;
 }
 

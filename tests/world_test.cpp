@@ -7,7 +7,7 @@
 #include <sys/stat.h>
 
 #include "fil/console.h"
-#include "program.h"
+#include "support/program.h"
 
 namespace fs = std::filesystem;
 

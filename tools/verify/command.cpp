@@ -8,6 +8,7 @@
 #include <ostream>
 #include <sstream>
 
+#include "fil/pla_reader.h"
 #include "fil/text.h"
 #include "run/command_line.h"
 #include "verify/check/strict_reader.h"
@@ -74,7 +75,7 @@ bool readEffort(const std::optional<std::string>& text, std::int64_t& effort) {
 
 // False if the word is no option of the verifier.
 bool readOwnOption(const std::vector<std::string>& arguments, std::size_t& i, Command& command) {
-  const std::string word = arguments[i];
+  const std::string& word = arguments[i];
   const auto is = [&](std::string_view option) {
     return word == option || word.starts_with(std::string(option) + "=");
   };
@@ -136,7 +137,7 @@ std::string faultsOf(const std::string& name, PlaFile& file, bool isOutput) {
   if (!stream) return "it can't be read";
   std::ostringstream notes;
   std::ostringstream faults;
-  if (file.read(stream, Console{notes, faults}) != Status::Ok) {
+  if (readPla(stream, Console{notes, faults}, file) != Status::Ok) {
     const bool isBare = isOutput && faults.str().empty() && file.count(NameKind::Pin) > 0;
     return isBare ? "" : notes.str() + faults.str() + "it is not a usable PLA file";
   }

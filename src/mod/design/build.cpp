@@ -23,8 +23,8 @@ int functionCount(const PlaFile& file) {
 /// through: enough for two of the widest, and for more in step with the size of the file.
 std::size_t reserveFor(const PlaFile& file) {
   const auto rows = static_cast<std::size_t>(std::max(file.termCount, 0));
-  const auto columns =
-      static_cast<std::size_t>(file.count(NameKind::Input) + file.count(NameKind::Output));
+  const auto columns = static_cast<std::size_t>(file.count(NameKind::Input)) +
+                       static_cast<std::size_t>(file.count(NameKind::Output));
   return (std::size_t{1} << 32U) + (rows * columns << 14U);
 }
 

@@ -10,7 +10,9 @@
 // Cost. One walk over the candidates for each node.
 //
 // Order. Candidates are served in the order of logic(), the slots of a Signal in their own; the
-// first one of a group names the node. What stands here as a Signal's own logic is skipped.
+// first one of a group names the node.
+#include <cassert>
+
 #include "design/passes.h"
 #include "logic/split_limits.h"
 #include "run/heart.h"
@@ -27,22 +29,20 @@ std::size_t controlColumn(Design& design, Signal& node) {
   return design.addReadingColumn(node);
 }
 
-/// Gives the candidates from the first one on that have exactly its terms one node, and marks them.
-void serve(Design& design, std::span<const Candidate> candidates, std::vector<bool>& isServed,
-           std::size_t first) {
-  const Equation& equation = candidates[first].equation;
+/// Gives all candidates that have exactly the terms of the first one a node.
+void serve(Design& design, std::span<const Candidate> candidates) {
+  const auto& [signal, equation] = candidates.front();
   const TermChain list = equation.onSet();
   Signal* node = design.findEquivalent(equation);
-  if (node == nullptr) node = &design.createNodeFrom(list, candidates[first].signal.name);
+  if (node == nullptr) node = &design.createNodeFrom(list, signal.name);
   const std::size_t column = controlColumn(design, *node);
   const Polarity told = node->inversionCount() == 1 ? Polarity::Inverted : Polarity::None;
   // The marks on the names needn't say in which sense the node has the function.
   const Polarity polarity = options().lossless ? node->slot(SlotLogic)->polarity : told;
-  for (std::size_t m = first; m < candidates.size(); ++m) {
-    Equation& reader = candidates[m].equation;
-    if (&reader == node->slot(SlotLogic)) continue;
-    if (reader.substituteNode(list, column, polarity, true)) isServed[m] = true;
+  for (const Candidate& candidate : candidates) {
+    candidate.equation.substituteNode(list, column, polarity, true);
   }
+  assert(equation.onCount() == 1);
 }
 
 }  // namespace
@@ -51,12 +51,10 @@ void splitControlEquations(Design& design) {
   std::vector<Candidate> candidates;
   for (Signal* signal : design.logic()) addWideControls(*signal, candidates);
   if (candidates.empty()) return;
-  std::vector<bool> isServed(candidates.size(), false);
   for (std::size_t n = 0; n < candidates.size(); ++n) {
     heartMsg();
-    if (isServed[n]) continue;
     const bool hadRepeated = candidates[n].equation.dropRepeatedTerms();
-    if (candidates[n].equation.onCount() > 1) serve(design, candidates, isServed, n);
+    if (candidates[n].equation.onCount() > 1) serve(design, std::span(candidates).subspan(n));
     // What is left can be a constant, which doesn't count as logic.
     if (hadRepeated) design.noteEmptiedLogic();
   }

@@ -16,7 +16,9 @@ Signal* Design::find(std::string_view name) const {
 Signal* Design::findEquivalent(const Equation& equation) const {
   const auto found = std::ranges::find_if(logic_, [&](const Signal* signal) {
     const Equation* logic = signal->slot(SlotLogic);
-    const bool canBeOff = options().lossless && signal->slot(SlotOutputEnable) != nullptr;
+    const Equation* enable = signal->slot(SlotOutputEnable);
+    const bool canBeOff = options().lossless && enable != nullptr &&
+                          (enable->polarity == Polarity::Inverted || !enable->onHoldsUniversal());
     return signal->isCombinatorial() && logic != nullptr && !canBeOff &&
            logic->sameFunction(equation);
   });
@@ -25,6 +27,7 @@ Signal* Design::findEquivalent(const Equation& equation) const {
 
 Signal* Design::declare(const PlaName& record, bool isNode) {
   if (find(record.base) != nullptr) return nullptr;
+  assert(names_.size() == signals_.size());
   signals_.push_back(std::make_unique<Signal>(terms_, record, isNode));
   Signal* signal = signals_.back().get();
   names_.emplace(signal->name, signal);
@@ -50,6 +53,7 @@ void Design::remove(std::span<Signal* const> gone) {
     for (const std::size_t column : signal->columns) goneColumns.insert(column);
   }
   std::erase_if(signals_, [&set](const auto& signal) { return set.contains(signal.get()); });
+  assert(names_.size() == signals_.size());
   deleteColumns(goneColumns);
   listLogic();
 }
@@ -67,7 +71,12 @@ void Design::deleteColumns(const ColumnSet& gone) {
   columns_.resize(kept);
   const std::vector<Term> renumbered = terms_.deleteColumns(gone);
   assert(terms_.width() == columns_.size());
-  for (const auto& signal : signals_) signal->followDeletion(renumbered, newColumn);
+  for (const auto& signal : signals_) {
+    signal->followDeletion(renumbered, newColumn);
+    assert(std::ranges::all_of(signal->columns, [&](std::size_t column) {
+      return column < columns_.size() && columns_[column].signal == signal.get();
+    }));
+  }
 }
 
 std::size_t Design::addColumn(Signal& signal, Extension extension) {

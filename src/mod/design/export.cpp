@@ -5,6 +5,7 @@
 #include "logic/export.h"
 
 #include <algorithm>
+#include <cassert>
 
 #include "design/passes.h"
 #include "fil/console.h"
@@ -33,9 +34,9 @@ PlaFile emptyTarget(const Design& design, int outputs) {
   const auto isNode = [](const auto& signal) { return signal->isNode; };
   const auto nodes = static_cast<int>(std::ranges::count_if(design.signals(), isNode));
   const int pins = static_cast<int>(design.signals().size()) - nodes;
-  PlaFile file;
-  file.prepare(static_cast<int>(design.columns().size()), outputs, pins, nodes, design.type,
-               standardConsole());
+  PlaFile file =
+      makePlaFile({static_cast<int>(design.columns().size()), outputs, pins, nodes}, design.type);
+  static_cast<void>(checkColumns(file, standardConsole()));  // told, and written all the same
   file.properties = design.source().properties;
   if (!options().module.empty()) {
     file.properties[propertyModule] = "#$ MODULE  " + options().module;
@@ -76,6 +77,7 @@ PlaFile toFile(const Design& design) {
     (*file.phase)[k] = equation->phase;
   }
   exportRows(outputs, design.terms(), file);
+  assert(file.termCount <= static_cast<int>(design.terms().size()));
   return file;
 }
 

@@ -11,6 +11,9 @@
 // Order. When a support is worked out is seen in the output: it describes the ON set of that
 // moment, and stays so when the sets are exchanged. The logic has its supports from the file's own
 // sets, the control functions from the sets that they keep.
+#include <algorithm>
+#include <cassert>
+
 #include "design/passes.h"
 #include "run/heart.h"
 #include "run/options.h"
@@ -38,6 +41,7 @@ Readers countReaders(Design& design) {
 }
 
 int fanoutOf(const Signal& signal, const Readers& readers) {
+  assert(std::ranges::all_of(signal.columns, [&](std::size_t c) { return c < readers.size(); }));
   int count = 0;
   for (const std::size_t column : signal.columns) count += readers[column];
   return count;

@@ -11,6 +11,7 @@
 // Order. Candidates are served in the order of logic(), terms in that of their chain, which is
 // rearranged once before the first cut.
 #include <algorithm>
+#include <cassert>
 #include <unordered_set>
 
 #include "design/passes.h"
@@ -31,6 +32,7 @@ TermChain firstTerms(const TermChain& chain, std::size_t count) {
     if (group.size() == count) break;
     if (taken.insert(term.index).second) group.push_back(term);
   }
+  assert(group.size() <= count);
   return group;
 }
 
@@ -71,6 +73,7 @@ bool cut(Design& design, const Candidate& candidate) {
     equation.substituteNode(group, node.columns.front(), Polarity::None, false);
     changed = true;
   }
+  assert(equation.onCount() <= limit);
   return changed;
 }
 

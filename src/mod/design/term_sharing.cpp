@@ -1,6 +1,7 @@
 #include "design/term_sharing.h"
 
 #include <algorithm>
+#include <cassert>
 #include <iterator>
 #include <utility>
 
@@ -73,6 +74,7 @@ void TermSharing::addUses(Term term, std::span<const CandidateId> ids) {
   const auto middle = static_cast<std::ptrdiff_t>(uses.size());
   uses.insert(uses.end(), ids.begin(), ids.end());
   std::inplace_merge(uses.begin(), uses.begin() + middle, uses.end());
+  assert(std::is_sorted(uses.begin(), uses.end()));
   for (const CandidateId id : ids) scores_[id] += static_cast<std::int64_t>(uses.size());
 }
 
@@ -82,6 +84,7 @@ void TermSharing::dropUses(Term term, std::span<const CandidateId> ids) {
   for (const CandidateId id : ids) scores_[id] -= static_cast<std::int64_t>(uses.size());
   std::vector<CandidateId> left;
   std::set_difference(uses.begin(), uses.end(), ids.begin(), ids.end(), std::back_inserter(left));
+  assert(left.size() + ids.size() == uses.size());  // each of them had a use
   uses = std::move(left);
   for (const CandidateId id : uses) scores_[id] -= static_cast<std::int64_t>(ids.size());
 }

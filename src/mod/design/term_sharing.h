@@ -1,20 +1,23 @@
 // The search for groups of terms that several Equations share.
 //
-// A group grows term by term, greedily. At each level the Equation that shares the most is asked
-// for its most shared term; the term joins the group, and the search goes on among the Equations
-// that hold it. When the group can't grow any further, it gets a node if it is worth one: at least
-// shareMin Equations, at least 2 terms, and more terms times Equations than a cluster holds. Every
-// Equation of the level then reads the node with one literal in place of the terms.
+// Idea. A group grows term by term, greedily. At each level the Equation that shares the most is
+// asked for its most shared term; the term joins the group, and the search goes on among the
+// Equations that hold it. When the group can't grow any further, it gets a node if it is worth one:
+// at least shareMin Equations, at least 2 terms, and more terms times Equations than a cluster
+// holds. Every Equation of the level then reads the node with one literal in place of the terms.
+// In the literature: greedy extraction of common divisors, a divisor being some terms of a sum.
 //
-// Example: the Equations A + B + C and A + B + D, with a cluster of 3, share A first (used twice,
+// Example. The Equations A + B + C and A + B + D, with a cluster of 3, share A first (used twice,
 // and the first Equation wins the tie), then B; C has one holder only. 2 terms in 2 Equations are
 // more than 3, so a node A + B is made.
 //
-// Ties go to the Equation that stands first among the candidates and to the term that stands first
-// in its chain. The candidates are what a fresh walk over the logic would find, in that order:
-// their terms only become fewer, so a candidate can leave but never come back, and a new node
-// stands behind all others. Use counts and scores follow each change, so that a step of the search
-// costs what it changes, not what the design holds.
+// Cost. Use counts and scores follow each change, so that a step of the search costs what it
+// changes, not what the design holds.
+//
+// Order. Ties go to the Equation that stands first among the candidates and to the term that stands
+// first in its chain. The candidates are what a fresh walk over the logic would find, in that
+// order: their terms only become fewer, so a candidate can leave but never come back, and a new
+// node stands behind all others.
 #pragma once
 
 #include <cstdint>

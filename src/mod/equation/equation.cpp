@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <utility>
 
 #include "minimizer/budgets.h"
@@ -19,10 +20,8 @@ bool isUniversal(Term term, const TermTable& terms) {
 Status Equation::readColumn(const PlaFile& file, int column, ColumnSets sets) {
   const PlaName& columnName = file.name(NameKind::Output, column);
   if (extension != Extension::End) {
-    logMessage(toErrorAndLog,
-               "<ERROR> %s: %s has conflicting functions or DOT extensions (%s and %s)\n", toolTag,
-               columnName.base.c_str(), extensionText(columnName.extension).data(),
-               extensionText(extension).data());
+    error({columnName.base, " has conflicting functions or DOT extensions (",
+           extensionText(columnName.extension), " and ", extensionText(extension), ")"});
     return Status::Fatal;
   }
   extension = columnName.extension;
@@ -52,6 +51,10 @@ bool Equation::isConstant(Constant constant) const {
   if (constant == Constant::One && onSet_.empty()) return false;
   const TermChain& chain = onSet_.empty() ? offSet_ : onSet_;
   return chain.empty() || isUniversal(chain.front(), *terms_);
+}
+
+bool Equation::onHoldsUniversal() const {
+  return std::ranges::any_of(onSet_, [this](Term term) { return isUniversal(term, *terms_); });
 }
 
 bool Equation::exceedsLimit(std::size_t columns, std::size_t terms) {
@@ -105,6 +108,7 @@ bool Equation::keepSets(SetSelector selector) {
   if (selector == SetSelector::Off || (smaller && offCount() >= 1 && offCount() < onCount())) {
     clearOnSet();
   }
+  assert(onSet_.empty() || offSet_.empty());
   if (!onSet_.empty() || isConstant(Constant::Either)) return false;
   swapSets();
   togglePolarity();
@@ -140,7 +144,10 @@ void Equation::swapExtension() {
 
 void Equation::renumber(const std::vector<Term>& renumbered) {
   for (TermChain* chain : {&onSet_, &offSet_}) {
-    for (Term& term : *chain) term = renumbered[term.index];
+    for (Term& term : *chain) {
+      assert(term.index < renumbered.size());
+      term = renumbered[term.index];
+    }
   }
 }
 

@@ -72,6 +72,9 @@ class Equation {
   /// True if the Equation is the constant. Without terms it is 0, or 1 if it is inverted.
   bool isConstant(Constant constant) const;
 
+  /// True if some term of the ON set has no literal.
+  bool onHoldsUniversal() const;
+
   /// True if the square of the columns in use times the terms of both sets passes 4096: then no
   /// missing set is worked out. The columns are those of the support, and without one there are
   /// none.

@@ -1,15 +1,18 @@
 // The order of terms for cutting: terms that read the same columns stand next to each other.
 //
-// The first term is the one with the most literals; each further one is the term that has the most
-// columns in common with all that were placed before it. When no term left has a column in common,
-// the columns of all that are left take part from there on.
+// Idea. The first term is the one with the most literals; each further one is the term that has the
+// most columns in common with all that were placed before it. When no term left has a column in
+// common, the columns of all that are left take part from there on.
 //
 // Example: "1---", "11--", "--11" come out as "11--", "1---", "--11".
 //
-// Ties go to the term that stands first in the chain. The overlaps are kept up to date column by
-// column instead of being counted anew for each choice, so the cost is that of the literals, times
-// a logarithm for the choice of the greatest.
+// Cost. The overlaps are kept up to date column by column instead of being counted anew for each
+// choice, so it is that of the literals, times a logarithm for the choice of the greatest.
+//
+// Order. The whole result is one: it decides which terms share a node, and ties go to the term that
+// stands first in the chain.
 #include <algorithm>
+#include <cassert>
 #include <optional>
 #include <queue>
 #include <utility>
@@ -129,7 +132,9 @@ void Equation::orderTerms() {
   for (TermChain* chain : {&onSet_, &offSet_}) {
     if (chain->empty()) continue;
     computeSupport();
-    *chain = TermOrder(*chain, *terms_).order(supportColumns());
+    TermChain ordered = TermOrder(*chain, *terms_).order(supportColumns());
+    assert(ordered.size() == chain->size() && sameTerms(ordered, *chain));
+    *chain = std::move(ordered);
   }
 }
 

@@ -1,4 +1,15 @@
 // Minimising the sets of an Equation and working a missing one out.
+//
+// Idea. A wanted set that is there is minimised; one that is missing is the complement of the
+// other, by the sharp product. Both work in the columns that the function uses.
+//
+// Example. ON = 10, 11 becomes 1-, and the missing OFF set 0-.
+//
+// Cost. A complement can be exponentially longer than its function: a missing set is worked out
+// only below the complexity limit and within an effort.
+//
+// Order. Both sets come out in the order that the minimizer gives, and all later ties follow it.
+// The support stays that of the ON set as it was before.
 #include <algorithm>
 #include <utility>
 

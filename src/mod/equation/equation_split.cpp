@@ -1,5 +1,6 @@
 // An Equation that gives terms to a node: the exchange of listed terms for one literal.
 #include <algorithm>
+#include <cassert>
 #include <unordered_set>
 
 #include "equation/equation.h"
@@ -20,6 +21,7 @@ bool Equation::substituteNode(std::span<const Term> list, std::size_t column, Po
   // The first term of each text goes.
   const auto goes = [&toRemove](Term term) { return toRemove.erase(term.index) > 0; };
   onSet_.erase(std::remove_if(onSet_.begin(), end, goes), end);
+  assert(toRemove.empty());
   onSet_.push_back(terms_->term(literal));
   clearOffSet();
   return true;

@@ -1,13 +1,12 @@
 // The image of one PLA file (.tt2): a Berkeley truth table with `#$` lines that declare pins and
 // nodes and carry properties.
 //
-// A PlaFile is filled once, by read or by an export that calls prepare, and then only read. It
-// knows nothing of logic: rows are texts, names are taken apart but not resolved.
+// A PlaFile is filled once, by readPla or by an export, and then only looked at. It knows nothing
+// of logic: rows are texts, names are taken apart but not resolved.
 #pragma once
 
 #include <array>
 #include <cstddef>
-#include <iosfwd>
 #include <optional>
 #include <string>
 #include <vector>
@@ -35,12 +34,11 @@ struct StateBits {
 
 class PlaFile {
  public:
-  /// The names of one kind. `count` is what the file announces (.i for .ilb, .o for .ob).
-  /// A table that exists holds records up to `capacity`; those not read yet are not stored.
+  /// The names of one kind. `count` is what the file announces (.i for .ilb, .o for .ob); the
+  /// records of a table that exists can be fewer.
   struct NameTable {
     int count = 0;
     bool exists = false;
-    int capacity = 0;
     std::vector<PlaName> records;
   };
 
@@ -66,27 +64,22 @@ class PlaFile {
   /// The phase character of an output column, '1' where the file gives none.
   char phaseOf(int column) const;
 
-  /// Reads a whole file. Messages go straight to the console, in the order of the faults.
-  /// Fatal if the file can't be used: a fault that stops the reading, or .i or .o missing.
-  Status read(std::istream& stream, const Console& console);
-
-  /// Makes empty row tables at the present counts, in front of the first row. Fatal, with a
-  /// message and without tables, if the inputs or outputs are not declared.
-  Status allocateRows(const Console& console);
-
-  /// Sets a new file up for an export: tables of cleared records, no rows. A message goes to the
-  /// console if there are no inputs or outputs; the file is ready for the export in any case.
-  void prepare(int inputs, int outputs, int pins, int nodes, PlaType type, const Console& console);
-
-  /// Writes the file. A DATE property that is empty becomes the present time first. No write is
-  /// tested: the state of the stream is the caller's to look at.
-  void write(std::ostream& stream);
-
  private:
-  /// Fatal, with a message on the console, if the inputs or outputs are not declared.
-  Status checkColumns(const Console& console) const;
-
   std::array<NameTable, 5> tables_;
 };
+
+/// The sizes of a file that is going to be filled.
+struct PlaShape {
+  int inputs = 0;
+  int outputs = 0;
+  int pins = 0;
+  int nodes = 0;
+};
+
+/// A file with tables of cleared records in that shape, and no rows yet.
+PlaFile makePlaFile(const PlaShape& shape, PlaType type);
+
+/// Fatal, with a line on the console, if the file has no inputs or no outputs.
+Status checkColumns(const PlaFile& file, const Console& console);
 
 }  // namespace ostrel

@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
+#include <cstdint>
+#include <ios>
 #include <limits>
 #include <ostream>
 #include <utility>
@@ -53,6 +56,14 @@ char storedOutput(int c, PlaType type) {
 }
 
 }  // namespace
+
+Status readPla(std::istream& stream, const Console& console, PlaFile& file) {
+  try {
+    return PlaReader(file, stream, console).read();
+  } catch (const std::ios_base::failure&) {
+    return Status::Fatal;  // the device or directory behind the stream can't be read
+  }
+}
 
 void PlaReader::nextCharacter() {
   const int c = source_.take();
@@ -227,9 +238,15 @@ Status PlaReader::readDotCommand() {
 }
 
 Status PlaReader::dispatchDotCommand(std::string_view word) {
-  if (equalNoCase(word, "ilb")) return readInputNames();
+  if (equalNoCase(word, "ilb")) {
+    return readColumnNames(NameKind::Input, "Error reading input names in .ilb\n",
+                           "Number of inputs mis-matched in .ilb\n");
+  }
   if (equalNoCase(word, "i")) return readCount('i', file_.table(NameKind::Input).count, maxCount);
-  if (equalNoCase(word, "ob")) return readOutputNames();
+  if (equalNoCase(word, "ob")) {
+    return readColumnNames(NameKind::Output, "Error reading output names in .ob\n",
+                           "Number of outputs mis-matched in .o\n");
+  }
   if (equalNoCase(word, "o")) return readCount('o', file_.table(NameKind::Output).count, maxCount);
   if (equalNoCase(word, "phase")) readPhase(false);
   if (equalNoCase(word, "p")) {
@@ -270,23 +287,12 @@ Status PlaReader::readType() {
   return Status::Ok;
 }
 
-Status PlaReader::readInputNames() {
-  return readColumnNames(NameKind::Input, "Error reading input names in .ilb\n",
-                         "Number of inputs mis-matched in .ilb\n");
-}
-
-Status PlaReader::readOutputNames() {
-  return readColumnNames(NameKind::Output, "Error reading output names in .ob\n",
-                         "Number of outputs mis-matched in .o\n");
-}
-
 Status PlaReader::readColumnNames(NameKind kind, std::string_view wordFault,
                                   std::string_view countFault) {
   PlaFile::NameTable& table = file_.table(kind);
-  if (!table.exists) {
-    table.exists = true;
-    table.capacity = table.count;
-  }
+  table.exists = true;
+  std::optional<int>& capacity = capacity_[static_cast<std::size_t>(kind)];
+  if (!capacity) capacity = table.count;
   Status status = Status::Ok;
   for (int i = 0; i < table.count; ++i) {
     const auto name = word();
@@ -299,7 +305,7 @@ Status PlaReader::readColumnNames(NameKind kind, std::string_view wordFault,
     const auto index = static_cast<std::size_t>(i);
     if (index < table.records.size()) {
       table.records[index] = std::move(record);
-    } else if (i < table.capacity) {
+    } else if (i < *capacity) {
       table.records.push_back(std::move(record));
     }
   }
@@ -330,9 +336,23 @@ void PlaReader::skipBlanks() {
   }
 }
 
+/// Makes empty row tables at the present counts, in front of the first row.
+Status PlaReader::allocateRows() {
+  if (checkColumns(file_, console_) != Status::Ok) return Status::Fatal;
+  const int inputs = file_.count(NameKind::Input);
+  const int outputs = file_.count(NameKind::Output);
+  if (file_.termCapacity == 0) {
+    file_.termCapacity = static_cast<int>(
+        std::min<std::int64_t>(std::int64_t{inputs} * outputs, std::numeric_limits<int>::max()));
+  }
+  file_.inputRows = RowTable(static_cast<std::size_t>(inputs), '-');
+  file_.outputRows = RowTable(static_cast<std::size_t>(outputs), '~');
+  return Status::Ok;
+}
+
 Status PlaReader::readTerm() {
   if (file_.termCount == 0) {
-    if (file_.allocateRows(console_) != Status::Ok) return Status::Fatal;
+    if (allocateRows() != Status::Ok) return Status::Fatal;
     if (!file_.phase)
       file_.phase.emplace(static_cast<std::size_t>(file_.count(NameKind::Output)), '1');
   }
@@ -342,6 +362,7 @@ Status PlaReader::readTerm() {
   readInputPart();
   readOutputPart();
   ++file_.termCount;
+  assert(file_.inputRows.size() == file_.outputRows.size());
   skipRestOfLine();
   return Status::Ok;
 }

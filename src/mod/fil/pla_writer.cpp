@@ -1,11 +1,10 @@
 // Writing a PLA file: the order of the lines and the wrapping of the name lists are part of the
 // format that the next tool reads.
+#include "fil/pla_writer.h"
+
 #include <algorithm>
 #include <array>
 #include <ostream>
-
-#include "fil/clock.h"
-#include "fil/pla_file.h"
 
 namespace ostrel {
 namespace {
@@ -46,10 +45,17 @@ void writeNames(std::ostream& stream, const PlaFile& file, NameKind kind, std::s
   stream << '\n';
 }
 
-void writeHeader(std::ostream& stream, const PlaFile& file) {
-  for (const std::string& property : file.properties) {
-    if (!property.empty()) stream << property << '\n';
+void writeProperties(std::ostream& stream, const PlaFile& file, std::string_view date) {
+  for (std::size_t i = 0; i < file.properties.size(); ++i) {
+    if (!file.properties[i].empty()) {
+      stream << file.properties[i] << '\n';
+    } else if (i == propertyDate) {
+      stream << "#$ DATE " << date << '\n';
+    }
   }
+}
+
+void writeDeclarations(std::ostream& stream, const PlaFile& file) {
   if (file.count(NameKind::Pin) != 0) {
     stream << "#$ PINS " << file.count(NameKind::Pin);
     writeNames(stream, file, NameKind::Pin, 12, NameFormat::WithPin);
@@ -127,25 +133,23 @@ void writeTerms(std::ostream& stream, const PlaFile& file) {
 
 }  // namespace
 
-void PlaFile::write(std::ostream& stream) {
+void writePla(const PlaFile& file, std::ostream& stream, std::string_view date) {
   static constexpr std::array<std::string_view, 4> typeWords = {"f", "fd", "fr", "fdr"};
-  if (properties[propertyDate].empty()) {
-    properties[propertyDate] = "#$ DATE " + fileDate();
-  }
-  writeHeader(stream, *this);
-  stream << ".type " << typeWords[static_cast<std::size_t>(type)] << '\n';
-  stream << ".i " << count(NameKind::Input) << "\n.o " << count(NameKind::Output) << '\n';
-  if (table(NameKind::Input).exists) {
+  writeProperties(stream, file, date);
+  writeDeclarations(stream, file);
+  stream << ".type " << typeWords[static_cast<std::size_t>(file.type)] << '\n';
+  stream << ".i " << file.count(NameKind::Input) << "\n.o " << file.count(NameKind::Output) << '\n';
+  if (file.table(NameKind::Input).exists) {
     stream << ".ilb";
-    writeNames(stream, *this, NameKind::Input, 5, NameFormat::WithoutPin);
+    writeNames(stream, file, NameKind::Input, 5, NameFormat::WithoutPin);
   }
-  if (table(NameKind::Output).exists) {
+  if (file.table(NameKind::Output).exists) {
     stream << ".ob";
-    writeNames(stream, *this, NameKind::Output, 4, NameFormat::WithoutPin);
+    writeNames(stream, file, NameKind::Output, 4, NameFormat::WithoutPin);
   }
-  writePhase(stream, *this);
-  stream << ".p " << termCount << '\n';
-  writeTerms(stream, *this);
+  writePhase(stream, file);
+  stream << ".p " << file.termCount << '\n';
+  writeTerms(stream, file);
   stream << ".end\n";
 }
 

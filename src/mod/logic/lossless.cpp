@@ -8,40 +8,12 @@
 
 #include "logic/columns.h"
 #include "logic/export.h"
-#include "logic/polarity.h"
+#include "logic/kept_sets.h"
 #include "run/log.h"
 #include "run/options.h"
 
 namespace ostrel {
 namespace {
-
-bool isMissing(const Equation& equation, SetSelector set) {
-  const bool isOn = set == SetSelector::On;
-  const TermChain& chain = isOn ? equation.onSet() : equation.offSet();
-  const TermChain& other = isOn ? equation.offSet() : equation.onSet();
-  return set != SetSelector::Smaller && chain.empty() && !other.empty();
-}
-
-/// The set that the options keep of a slot.
-SetSelector toldSet(const Signal& signal, Slot slot) {
-  const Options& opts = options();
-  switch (slot) {
-    case SlotLogic:
-      return logicSelector(signal);
-    case SlotClock:
-      return opts.ckMode;
-    case SlotClockEnable:
-      return opts.ceMode;
-    case SlotReset:
-      return opts.arMode;
-    case SlotSet:
-      return opts.apMode;
-    case SlotOutputEnable:
-      return opts.oeMode;
-    default:
-      return SetSelector::On;
-  }
-}
 
 bool isInverted(const Signal& signal) {
   bool inverted = false;
@@ -55,40 +27,41 @@ bool isInitialized(const Signal& signal) {
   return signal.slot(SlotReset) != nullptr || signal.slot(SlotSet) != nullptr;
 }
 
-/// Makes a half the plain function of its Signal, complemented if the other half is constantly 1.
-void makePlain(Signal& signal, Slot half, bool complemented) {
+/// A half alone is the plain function, unless there is one.
+void completePair(Signal& signal) {
+  const bool hasLeft = signal.slot(SlotXorLeft) != nullptr;
+  if (hasLeft == (signal.slot(SlotXorRight) != nullptr)) return;
+  const Slot half = hasLeft ? SlotXorLeft : SlotXorRight;
   Equation plain = *signal.slot(half);
+  signal.deleteSlot(half);
+  if (signal.slot(SlotLogic) != nullptr) return;
   plain.xorRole = XorHalf::None;
   if (plain.extension == Extension::X1 || plain.extension == Extension::X2) {
     plain.extension = Extension::None;
   }
-  if (complemented) plain.togglePolarity();
-  signal.deleteSlot(SlotXorLeft);
-  signal.deleteSlot(SlotXorRight);
   signal.setSlot(SlotLogic, std::move(plain));
-  note({signal.name, " is written as a plain function, an XOR half has no logic"});
+  note({signal.name, " has one XOR half, which is its plain function"});
 }
 
-/// A pair stays one only if both halves say something.
-void completePair(Signal& signal) {
-  const Equation* left = signal.slot(SlotXorLeft);
-  const Equation* right = signal.slot(SlotXorRight);
-  if (left == nullptr && right == nullptr) return;
-  if (left == nullptr || right == nullptr) {
-    const Slot half = left != nullptr ? SlotXorLeft : SlotXorRight;
-    if (signal.slot(SlotLogic) == nullptr) return makePlain(signal, half, false);
-    signal.deleteSlot(half);
-    return;
-  }
-  for (const auto& [half, other] :
-       {std::pair(SlotXorLeft, SlotXorRight), std::pair(SlotXorRight, SlotXorLeft)}) {
-    const Equation& constant = *signal.slot(half);
-    if (!constant.isConstant(Constant::Either)) continue;
-    return makePlain(signal, other, constant.isConstant(Constant::One));
-  }
+/// An enable that is 1 everywhere, or may be because no row says 0, says nothing.
+bool canBeAlwaysOn(const Equation& equation, PlaType type) {
+  if (equation.polarity == Polarity::Inverted) return false;
+  const bool leavesOpen = type == PlaType::fr || type == PlaType::fdr;
+  return (leavesOpen && equation.offSet().empty()) || equation.onHoldsUniversal();
 }
 
-constexpr std::array typesOfControls = {Extension::C, Extension::AR, Extension::AP};
+/// Works out a set that has to be kept and isn't there.
+void completeSet(Signal& signal, Slot slot, PlaType type) {
+  Equation& equation = *signal.slot(slot);
+  const SetSelector told = toldSet(signal, slot);
+  const bool isEnable = slot == SlotOutputEnable && told == SetSelector::Off;
+  if (isEnable && canBeAlwaysOn(equation, type)) return signal.deleteSlot(slot);
+  if (equation.isConstant(Constant::Either) || !isMissing(equation, told)) return;
+  const bool isDone = equation.reduce(SetSelector::Both);
+  if (isDone && isMissing(equation, told)) equation.makeConstant(told == SetSelector::Off);
+  note({signal.name, extensionText(equation.extension),
+        isDone ? " has its missing set worked out" : " keeps the set that it has"});
+}
 
 /// Extensions that the main function of a type can be written with, the best one first.
 std::vector<Extension> mainExtensions(RegisterType type) {
@@ -108,11 +81,11 @@ std::vector<Extension> mainExtensions(RegisterType type) {
 Extension controlExtension(Slot slot, Extension told) {
   switch (slot) {
     case SlotClock:
-      return typesOfControls[0];
+      return Extension::C;
     case SlotReset:
-      return typesOfControls[1];
+      return Extension::AR;
     case SlotSet:
-      return typesOfControls[2];
+      return Extension::AP;
     default:
       return told;
   }
@@ -158,7 +131,16 @@ void makePair(Signal& signal) {
 
 /// Finds extensions that say the type: the main function's own first, then those of the controls.
 Status settleType(Signal& signal) {
-  if (exportedEquations(signal).empty() || isReadBack(signal)) return Status::Ok;
+  const bool hasMain = signal.slotHasLogic(SlotLogic) ||
+                       (signal.slotHasLogic(SlotXorLeft) && signal.slotHasLogic(SlotXorRight));
+  if (isReadBack(signal) || (!hasMain && typeReadBack(signal) == RegisterType::None)) {
+    return Status::Ok;
+  }
+  if (!hasMain) {
+    signal.deleteSlot(SlotXorLeft);
+    signal.deleteSlot(SlotXorRight);
+    signal.makeEquation(SlotLogic).makeConstant(false);  // any function would do
+  }
   if (signal.registerType == RegisterType::REG_SR && signal.slotHasLogic(SlotLogic)) {
     makePair(signal);
   }
@@ -185,37 +167,17 @@ void nameInitializers(Signal& signal) {
 
 }  // namespace
 
-SetSelector heldSet(const Signal& signal, Slot slot, SetSelector told) {
-  const Equation& equation = *signal.slot(slot);
-  if (!options().lossless || !isMissing(equation, told)) return told;
-  return told == SetSelector::On ? SetSelector::Off : SetSelector::On;
-}
-
-bool mayInvert(const Signal& signal) {
-  const Options& opts = options();
-  return !opts.lossless || !opts.ffBeforeInverter || opts.swapSetReset || !isInitialized(signal);
-}
-
 void complete(Signal& signal, PlaType type) {
-  const bool isHeld = type == PlaType::fd || std::ranges::any_of(controlSlots, [&](Slot slot) {
-                        return signal.slotHasLogic(slot);
-                      });
   for (const Slot slot : allSlots) {
     Equation* equation = signal.slot(slot);
-    if (!isHeld || equation == nullptr || !equation->isEmpty()) continue;
+    if (type != PlaType::fd || equation == nullptr || !equation->isEmpty()) continue;
     equation->makeConstant(false);
     note({signal.name, extensionText(equation->extension), " is empty and written as 0"});
   }
   completePair(signal);
-  for (const Slot slot : allSlots) {
-    Equation* equation = signal.slot(slot);
-    if (equation == nullptr || equation->isConstant(Constant::Either)) continue;
-    const SetSelector told = toldSet(signal, slot);
-    if (!isMissing(*equation, told)) continue;
-    const bool isDone = equation->reduce(SetSelector::Both);
-    if (isDone && isMissing(*equation, told)) equation->makeConstant(told == SetSelector::Off);
-    note({signal.name, extensionText(equation->extension),
-          isDone ? " has its missing set worked out" : " keeps the set that it has"});
+  for (const Slot slot : allSlots) {  // the layout of a pair looks after its halves
+    const bool isHalf = slot == SlotXorLeft || slot == SlotXorRight;
+    if (!isHalf && signal.slot(slot) != nullptr) completeSet(signal, slot, type);
   }
   signal.startsInverted = isInverted(signal);
 }

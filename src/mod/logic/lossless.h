@@ -1,22 +1,16 @@
 // What --lossless asks about one Signal.
 //
 // The passes do what they are told, also where that gives a function, a kind of register or a sense
-// up. Each question here stands at one place of one pass and changes its choice only where the told
-// one would lose something, which is then noted in the log; without --lossless the answer is always
-// the told choice.
+// up. Before the first choice every function is brought into a form that the told choices keep, and
+// behind the last one set, reset and the words of the columns follow what was chosen. In between a
+// choice asks whether it would lose something: which set is kept (kept_sets.h), who reads a node,
+// what a fold does to marks, which Signal is reused and in which sense.
 #pragma once
 
 #include "fil/status.h"
 #include "logic/signal.h"
 
 namespace ostrel {
-
-/// The set that a slot keeps: the told one, or the other one where there is none of these terms.
-SetSelector heldSet(const Signal& signal, Slot slot, SetSelector told);
-
-/// False if the flip-flop stands before the inverter, and set and reset, which the Signal has,
-/// could not follow an inversion of its data.
-bool mayInvert(const Signal& signal);
 
 /// Brings what was read into a form that no later choice can lose: a half alone or beside a
 /// constant becomes the plain function, and a set that has to be kept and isn't there is worked

@@ -1,8 +1,8 @@
 #include "logic/polarity.h"
 
-#include <utility>
+#include <span>
 
-#include "logic/lossless.h"
+#include "logic/kept_sets.h"
 #include "run/log.h"
 #include "run/options.h"
 
@@ -21,14 +21,6 @@ void followInversion(Signal& signal) {
 }
 
 }  // namespace
-
-SetSelector logicSelector(const Signal& signal) {
-  const Options& opts = options();
-  const bool onOnly = !mayInvert(signal) || !opts.reduce ||
-                      (!opts.invert && !signal.isCombinatorial()) ||
-                      (opts.ffBeforeInverter && signal.registerType == RegisterType::REG_T);
-  return onOnly ? SetSelector::On : SetSelector::Both;
-}
 
 void reduce(Signal& signal) {
   Equation* logic = signal.slot(SlotLogic);
@@ -56,17 +48,11 @@ void reduce(Signal& signal) {
 void choosePolarity(Signal& signal) {
   const Options& opts = options();
   Equation* logic = signal.slot(SlotLogic);
-  const bool isInverted =
-      logic != nullptr && logic->keepSets(heldSet(signal, SlotLogic, logicSelector(signal)));
+  const bool isInverted = logic != nullptr && logic->keepSets(keptSet(signal, SlotLogic));
   const bool isInitialized = signal.slot(SlotReset) != nullptr || signal.slot(SlotSet) != nullptr;
   if (isInverted && opts.ffBeforeInverter && isInitialized) followInversion(signal);
-  const std::pair<Slot, SetSelector> choices[] = {
-      {SlotXorLeft, SetSelector::On}, {SlotXorRight, SetSelector::On}, {SlotClock, opts.ckMode},
-      {SlotClockEnable, opts.ceMode}, {SlotReset, opts.arMode},        {SlotSet, opts.apMode},
-      {SlotOutputEnable, opts.oeMode}};
-  for (const auto& [index, selector] : choices) {
-    if (signal.slot(index) != nullptr)
-      signal.slot(index)->keepSets(heldSet(signal, index, selector));
+  for (const Slot index : std::span(allSlots).subspan(SlotXorLeft)) {
+    if (signal.slot(index) != nullptr) signal.slot(index)->keepSets(keptSet(signal, index));
   }
 }
 

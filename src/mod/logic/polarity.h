@@ -5,9 +5,6 @@
 
 namespace ostrel {
 
-/// The sets that SlotLogic may choose from: only ON where inversion at the output is ruled out.
-SetSelector logicSelector(const Signal& signal);
-
 /// Minimises the logic and works its missing sets out, as far as the choice needs them. Logic that
 /// splitting has changed also chooses its set anew.
 void reduce(Signal& signal);

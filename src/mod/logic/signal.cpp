@@ -1,6 +1,7 @@
 #include "logic/signal.h"
 
 #include <algorithm>
+#include <cassert>
 #include <utility>
 
 namespace ostrel {
@@ -19,6 +20,7 @@ Equation& Signal::setSlot(Slot index, Equation equation) {
 }
 
 void Signal::swapSlots(Slot a, Slot b) {
+  assert(a != b);
   std::swap(slots_[a], slots_[b]);
   if (slots_[a] && slots_[b]) {
     std::swap(slots_[a]->extension, slots_[b]->extension);
@@ -50,6 +52,7 @@ void Signal::followDeletion(const std::vector<Term>& renumbered, std::span<const
     if (newColumn[column] >= 0) columns[kept++] = static_cast<std::size_t>(newColumn[column]);
   }
   columns.resize(kept);
+  assert(std::ranges::is_sorted(columns));
   for (int* column : {&pinColumn, &feedbackColumn}) {
     if (*column >= 0) *column = newColumn[static_cast<std::size_t>(*column)];
   }

@@ -1,9 +1,10 @@
 #include "logic/xor_operands.h"
 
+#include <cassert>
 #include <optional>
 #include <utility>
 
-#include "logic/lossless.h"
+#include "logic/kept_sets.h"
 #include "run/heart.h"
 #include "run/options.h"
 
@@ -56,6 +57,7 @@ bool synthesizeXor(Signal& signal) {
   }
   signal.slot(SlotXorLeft)->extension = signal.slot(SlotXorRight)->extension = logic->extension;
   signal.deleteSlot(SlotLogic);
+  assert(signal.hasXorPair());
   return true;
 }
 

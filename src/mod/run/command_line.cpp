@@ -3,96 +3,14 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <optional>
 #include <utility>
-#include <variant>
 
 #include "fil/text.h"
 #include "run/option_files.h"
+#include "run/option_table.h"
 
 namespace ostrel {
 namespace {
-
-// What an option does with the words behind it.
-struct NextPlainWord {  // the next word without '-', however far behind
-  std::string Options::*field;
-};
-struct SetChoice {
-  SetSelector Options::*field;
-};
-struct YesNo {
-  bool Options::*field;
-};
-struct Flag {  // takes no value
-  bool Options::*field;
-};
-struct Number {  // a first value, replaced by a number that is not below `least`
-  int Options::*field;
-  int first;
-  int least;
-};
-// An own value stands behind '=' in the option's word; a bad one counts as none.
-struct OwnEffort {
-  MinimizeEffort Options::*field;
-};
-struct OwnNumber {
-  bool Options::*field;
-  std::optional<int> Options::*number;
-  int least;
-};
-struct OwnOrNextNumber {  // like Number, but its own value goes before the next word
-  int Options::*field;
-  int first;
-  int least;
-};
-
-struct OptionRow {
-  std::string_view word;
-  std::size_t characters;  // places that are compared, or one of the two below
-  std::variant<NextPlainWord, SetChoice, YesNo, Flag, Number, OwnEffort, OwnNumber, OwnOrNextNumber>
-      value;
-};
-
-constexpr std::size_t wholeWord = std::string_view::npos;
-constexpr std::size_t wholeName = wholeWord - 1;  // all that stands before '='
-
-// The first row that matches acts, so the order counts.
-constexpr std::array<OptionRow, 29> optionTable = {{
-    {"-input", 4, NextPlainWord{&Options::input}},
-    {"-output", 4, NextPlainWord{&Options::output}},
-    {"-log", wholeWord, NextPlainWord{&Options::log}},
-    {"-err", wholeWord, NextPlainWord{&Options::err}},
-    {"-mod", wholeWord, NextPlainWord{&Options::module}},
-    {"-percent", 4, NextPlainWord{&Options::percentFile}},
-    {"-type", 4, SetChoice{&Options::type}},
-    {"-ck", 3, SetChoice{&Options::ckMode}},
-    {"-ce", 3, SetChoice{&Options::ceMode}},
-    {"-ar", 3, SetChoice{&Options::arMode}},
-    {"-ap", 3, SetChoice{&Options::apMode}},
-    {"-oe", 3, SetChoice{&Options::oeMode}},
-    {"-xor", 4, YesNo{&Options::xorSynthesis}},
-    {"-reduce", 4, YesNo{&Options::reduce}},
-    {"-nxt", 4, Flag{&Options::noXorOnT}},
-    {"-ff_inv", 4, YesNo{&Options::ffBeforeInverter}},
-    {"-sr", 4, YesNo{&Options::swapSetReset}},
-    {"-ifb", 4, YesNo{&Options::internalFeedback}},
-    {"-speed", 4, YesNo{&Options::speed}},
-    {"-GUI", 4, Flag{&Options::gui}},
-    {"-split", 4, Number{&Options::splitMax, 16, 0}},
-    {"-share", 4, Number{&Options::shareMin, 2, 1}},
-    {"-clust", 4, Number{&Options::clusterSize, 5, 1}},
-    {"-invert", 4, YesNo{&Options::invert}},
-    {"--lossless", wholeWord, Flag{&Options::lossless}},
-    {"--verify", wholeWord, Flag{&Options::verify}},
-    {"--minimize", wholeName, OwnEffort{&Options::minimize}},
-    {"--factor", wholeName, OwnNumber{&Options::factor, &Options::factorPrice, 1}},
-    {"--depth", wholeName, OwnOrNextNumber{&Options::depth, 0, 0}},
-}};
-
-bool matches(const OptionRow& row, std::string_view word) {
-  if (row.characters == wholeName) return equalNoCase(word.substr(0, word.find('=')), row.word);
-  return compareNoCaseN(word, row.word, row.characters) == 0;
-}
 
 bool isOptionWord(std::string_view word) {
   return word.starts_with('-');
@@ -102,29 +20,6 @@ bool isOptionWord(std::string_view word) {
 const std::string* valueWord(std::size_t& index, std::span<const std::string> words) {
   if (index + 1 >= words.size() || isOptionWord(words[index + 1])) return nullptr;
   return &words[++index];
-}
-
-/// What stands behind the '=' of an option word, be it empty.
-std::optional<std::string_view> ownValue(std::string_view word) {
-  const std::size_t equals = word.find('=');
-  if (equals == std::string_view::npos) return std::nullopt;
-  return word.substr(equals + 1);
-}
-
-/// The number a word begins with, 0 if it begins with none; the fallback if it is too large.
-int readNumber(std::string_view word, int fallback) {
-  const char* first = word.data();
-  const char* last = first + word.size();
-  first = std::find_if_not(first, last, isSpace);
-  if (first != last && *first == '+' && ++first != last && *first == '-') return 0;
-  int number = 0;
-  const bool tooLarge = std::from_chars(first, last, number).ec == std::errc::result_out_of_range;
-  return tooLarge ? fallback : number;
-}
-
-MinimizeEffort readEffort(std::string_view word) {
-  if (equalNoCase(word, "fast")) return MinimizeEffort::Fast;
-  return equalNoCase(word, "deep") ? MinimizeEffort::Deep : MinimizeEffort::Normal;
 }
 
 /// The walk over the words from the first option on.
@@ -144,8 +39,9 @@ class Walk {
 
  private:
   void applyOption(std::string_view word) {
-    const auto row = std::find_if(optionTable.begin(), optionTable.end(),
-                                  [&](const OptionRow& r) { return matches(r, word); });
+    const auto row = std::find_if(optionTable.begin(), optionTable.end(), [&](const OptionRow& r) {
+      return compareNoCaseN(word, r.word, r.characters) == 0;
+    });
     if (row != optionTable.end()) {
       std::visit([this](const auto& value) { take(value); }, row->value);
     }
@@ -165,19 +61,6 @@ class Walk {
     options_.*option.field = n >= option.least ? n : option.first;
     if (option.field == &Options::splitMax) options_.shareMin = 2;
   }
-  void take(OwnEffort option) {
-    options_.*option.field = readEffort(ownValue(words_[index_]).value_or(""));
-  }
-  void take(OwnNumber option) {
-    const int n = readNumber(ownValue(words_[index_]).value_or(""), 0);
-    options_.*option.field = true;
-    options_.*option.number = n >= option.least ? std::optional(n) : std::nullopt;
-  }
-  void take(OwnOrNextNumber option) {
-    const auto own = ownValue(words_[index_]);
-    const int n = own ? readNumber(*own, -1) : intOption(index_, words_, -1);
-    options_.*option.field = n >= option.least ? n : option.first;
-  }
 
   std::span<const std::string> words_;
   Options& options_;
@@ -189,7 +72,14 @@ class Walk {
 
 int intOption(std::size_t& index, std::span<const std::string> words, int fallback) {
   const std::string* word = valueWord(index, words);
-  return word != nullptr ? readNumber(*word, fallback) : fallback;
+  if (word == nullptr) return fallback;
+  const char* first = word->data();
+  const char* last = first + word->size();
+  first = std::find_if_not(first, last, isSpace);
+  if (first != last && *first == '+' && ++first != last && *first == '-') return 0;
+  int number = 0;  // what a word without digits gives
+  const bool tooLarge = std::from_chars(first, last, number).ec == std::errc::result_out_of_range;
+  return tooLarge ? fallback : number;
 }
 
 bool boolOption(std::size_t& index, std::span<const std::string> words, bool fallback) {

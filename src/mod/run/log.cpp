@@ -1,8 +1,6 @@
 #include "run/log.h"
 
 #include <algorithm>
-#include <cstdarg>
-#include <cstdio>
 #include <fstream>
 #include <iostream>
 #include <memory>
@@ -57,49 +55,37 @@ Channels& channels() {
   return instance;
 }
 
-std::string formatText(const char* format, std::va_list arguments) {
-  std::va_list again;
-  va_copy(again, arguments);
-  const int length = std::vsnprintf(nullptr, 0, format, arguments);
-  std::string text(length > 0 ? static_cast<std::size_t>(length) : 0, '\0');
-  // One more character: vsnprintf ends with a NUL, and the string has room for it.
-  std::vsnprintf(text.data(), text.size() + 1, format, again);
-  va_end(again);
-  return text;
+using Parts = std::initializer_list<std::string_view>;
+
+/// A part ends at a NUL, which a name of a damaged file can hold.
+void append(std::string& text, Parts parts) {
+  for (const std::string_view part : parts) text += part.substr(0, part.find('\0'));
 }
 
-/// A line of parts, behind its kind and the tag.
-void sendLine(unsigned mask, std::string_view kind, std::initializer_list<std::string_view> parts) {
-  std::string line(kind);
-  line.append(toolTag).append(": ");
-  for (const std::string_view part : parts) line += part;
+void sendLine(unsigned mask, std::string_view kind, Parts parts) {
+  std::string line;
+  append(line, {kind, toolTag, ": "});
+  append(line, parts);
   logText(mask, line += '\n');
 }
 
 }  // namespace
 
-void logMessage(unsigned mask, const char* format, ...) {
-  std::va_list arguments;
-  va_start(arguments, format);
-  logText(mask, formatText(format, arguments));
-  va_end(arguments);
-}
-
-void message(unsigned mask, std::initializer_list<std::string_view> parts) {
+void message(unsigned mask, Parts parts) {
   std::string text;
-  for (const std::string_view part : parts) text += part;
+  append(text, parts);
   logText(mask, text);
 }
 
-void note(std::initializer_list<std::string_view> parts) {
+void note(Parts parts) {
   sendLine(toLog, "<Note> ", parts);
 }
 
-void warning(std::initializer_list<std::string_view> parts) {
+void warning(Parts parts) {
   sendLine(toLog, "<Warning> ", parts);
 }
 
-void error(std::initializer_list<std::string_view> parts) {
+void error(Parts parts) {
   sendLine(toErrorAndLog, "<ERROR> ", parts);
 }
 

@@ -18,14 +18,11 @@ enum Channel : unsigned {
 inline constexpr unsigned toLog = LogChannel;
 inline constexpr unsigned toErrorAndLog = ErrorChannel | LogChannel;
 
-/// The first %s of almost every message.
-inline constexpr const char* toolTag = "K52700";
+/// Stands in almost every message.
+inline constexpr std::string_view toolTag = "K52700";
 
-/// Formats the arguments like printf and writes the text to each channel of the mask, the error
-/// channel first. A channel without a stream drops it. No write is tested.
-[[gnu::format(printf, 2, 3)]] void logMessage(unsigned mask, const char* format, ...);
-
-/// Sends the parts, one behind the other, to each channel of the mask.
+/// Sends the parts, one behind the other, to each channel of the mask, the error channel first. A
+/// channel without a stream drops them.
 void message(unsigned mask, std::initializer_list<std::string_view> parts);
 
 // Messages of one line, whose parts are joined behind the kind and the tag: note({name, " is so"})

@@ -1,7 +1,6 @@
 // The settings of a run.
 #pragma once
 
-#include <optional>
 #include <string>
 
 namespace ostrel {
@@ -14,9 +13,6 @@ enum class SetSelector : unsigned char {
   Both = 2,  ///< both sets, or the smaller of the two, as the operation says
   Smaller = Both,
 };
-
-/// How much work --minimize puts into a function.
-enum class MinimizeEffort : unsigned char { None, Fast, Normal, Deep };
 
 /// Written by parseCommandLine alone and only read from then on.
 struct Options {
@@ -53,15 +49,8 @@ struct Options {
   bool invert = true;             ///< -invert
   bool internalFeedback = true;   ///< -ifb
   bool percent = false;           ///< -percent: inverted outputs carry '%' in place of '-'
+  bool lossless = false;          ///< --lossless: no step gives a function up
   bool gui = false;               ///< -GUI: a monitoring host runs this process
-
-  // Accepted, and read by nothing yet.
-  bool lossless = false;  ///< --lossless: no step gives a function up
-  bool verify = false;    ///< --verify: the output is proven before it takes its name
-  MinimizeEffort minimize = MinimizeEffort::None;  ///< --minimize
-  bool factor = false;                             ///< --factor: nodes from shared divisors
-  std::optional<int> factorPrice;  ///< product terms that a node costs; if none, clusterSize
-  int depth = 0;                   ///< --depth: most nodes one behind another; 0: no limit
 };
 
 /// The options of the present run.

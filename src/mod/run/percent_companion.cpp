@@ -50,7 +50,7 @@ void writePercentCompanion(const std::string& inputName, const std::string& outp
   const auto isCompanion = [&](const std::string& name) { return isSameFile(name, outputName); };
   const bool isTaken = isCompanion(inputName) || std::ranges::any_of(sources, isCompanion);
   if (!isTaken && copyCompanion(inputName, outputName)) return;
-  logMessage(toErrorAndLog, "<Warning> %s: failed to write %s\n", toolTag, outputName.c_str());
+  message(toErrorAndLog, {"<Warning> ", toolTag, ": failed to write ", outputName, "\n"});
 }
 
 }  // namespace ostrel

@@ -35,8 +35,8 @@ constexpr std::array<Step, 21> steps = {{
     {"choose polarity again", [](Run& run) { choosePolarity(run.design); }},
     {"swap XOR pairs", [](Run& run) { swapXorPairs(run.design); }},
     {"assign feedback extensions", [](Run& run) { assignFeedbackExtensions(run.design); }},
-    {"absorb inversions", [](Run& run) { absorbInversions(run.design); }},
     {"settle functions", [](Run& run) { run.status = settleFunctions(run.design); }},
+    {"absorb inversions", [](Run& run) { absorbInversions(run.design); }},
     {"write into a file", [](Run& run) { run.target = toFile(run.design); }},
 }};
 

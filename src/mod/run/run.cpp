@@ -10,7 +10,8 @@
 
 #include "fil/clock.h"
 #include "fil/console.h"
-#include "fil/pla_file.h"
+#include "fil/pla_reader.h"
+#include "fil/pla_writer.h"
 #include "run/command_line.h"
 #include "run/heart.h"
 #include "run/help.h"
@@ -30,18 +31,18 @@ constexpr int exitDesign = 1;
 constexpr int exitFile = 2;
 
 int failToRead(const std::string& name) {
-  logMessage(toErrorAndLog, "<ERROR> %s: failed to read %s\a\n", toolTag, name.c_str());
+  error({"failed to read ", name, "\a"});
   return exitFile;
 }
 
 int failToWrite(const std::string& name) {
-  logMessage(toErrorAndLog, "<ERROR> %s: failed to write %s\a\n", toolTag, name.c_str());
+  error({"failed to write ", name, "\a"});
   return exitFile;
 }
 
 Status readSource(std::istream& input, PlaFile& source) {
   OrderedConsole console(standardConsole());
-  return source.read(input, console.streams());
+  return readPla(input, console.streams(), source);
 }
 
 /// What a run leaves: its exit code, and whether the file of the output's name is its own, which it
@@ -53,52 +54,51 @@ struct Outcome {
 
 /// Reads the input, runs the passes and writes the output, which is empty after a fault.
 Outcome optimize(OutputFile& output) {
-  const Options& set = options();
-  std::ifstream input(set.input);
-  if (!input.is_open()) return {failToRead(set.input), true};
+  const Options& opts = options();
+  std::ifstream input(opts.input);
+  if (!input.is_open()) return {failToRead(opts.input), true};
   PlaFile source;
   const Status status = readSource(input, source);
   input.close();
   if (status != Status::Ok) {
-    logMessage(toErrorAndLog, "<ERROR> %s: failed to read PLA data in %s\a\n", toolTag,
-               set.input.c_str());
+    error({"failed to read PLA data in ", opts.input, "\a"});
     return {exitFile, true};
   }
   heartMsg();
   Run run(source);
   if (runPipeline(run) != Status::Ok) return {exitDesign, true};
-  const auto content = [&run](std::ostream& stream) { run.target.write(stream); };
-  if (!output.write(content)) return {failToWrite(set.output), false};
+  const auto content = [&run](std::ostream& stream) { writePla(run.target, stream, fileDate()); };
+  if (!output.write(content)) return {failToWrite(opts.output), false};
   return {0, true};
 }
 
 /// Opens the output before anything is read.
 Outcome runOptimizer() {
-  const Options& set = options();
+  const Options& opts = options();
   OutputFile output;
-  if (isSameFile(set.output, set.input) || !output.open(set.output)) {
-    return {failToWrite(set.output), false};
+  if (isSameFile(opts.output, opts.input) || !output.open(opts.output)) {
+    return {failToWrite(opts.output), false};
   }
   return optimize(output);
 }
 
 void writePreamble(const std::vector<std::string>& words, std::time_t start) {
-  logMessage(toLog, "%s(%s)  %s\n\n", title.data(), buildDate.data(), timeText(start).c_str());
-  for (const std::string& word : words) logMessage(toLog, "%s ", word.c_str());
-  logMessage(toLog, "\n");
+  message(toLog, {title, "(", buildDate, ")  ", timeText(start), "\n\n"});
+  for (const std::string& word : words) message(toLog, {word, " "});
+  logText(toLog, "\n");
 }
 
 int runLogged(const std::vector<std::string>& words, std::time_t start,
               std::span<const std::string> sources) {
-  const Options& set = options();
+  const Options& opts = options();
   writePreamble(words, start);
   std::error_code ignored;
-  if (!std::filesystem::exists(set.input, ignored)) return failToRead(set.input);
+  if (!std::filesystem::exists(opts.input, ignored)) return failToRead(opts.input);
   const auto [exitCode, hasOutput] = runOptimizer();
   const auto seconds = static_cast<long>(std::time(nullptr) - start + 1);
-  logMessage(toLog, "%s completed in %ld seconds\n", words.front().c_str(), seconds);
-  if (set.percent) {
-    writePercentCompanion(hasOutput ? set.output : std::string(), set.percentFile, sources);
+  message(toLog, {words.front(), " completed in ", std::to_string(seconds), " seconds\n"});
+  if (opts.percent) {
+    writePercentCompanion(hasOutput ? opts.output : std::string(), opts.percentFile, sources);
   }
   return exitCode;
 }
@@ -126,8 +126,8 @@ int runProgram(const std::vector<std::string>& words) {
   kept.insert(kept.end(), {options().output, options().percentFile});
   openLog(options().log, options().err, kept);
   if (line.optionFileLevel >= maxOptionFileLevel) {
-    logMessage(toLog, "<Warning> %s: only %d levels of nested command line @file were read\n",
-               toolTag, maxOptionFileLevel);
+    warning({"only ", std::to_string(maxOptionFileLevel),
+             " levels of nested command line @file were read"});
   }
   const int result = runLogged(words, start, sources);
   closeLog();

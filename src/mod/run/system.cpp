@@ -6,7 +6,6 @@
 #include <cstring>
 #include <fcntl.h>
 #include <filesystem>
-#include <iterator>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
@@ -32,7 +31,7 @@ std::optional<std::string> behindLinks(std::string name) {
     const std::string link = fs::read_symlink(name, isNoLink);
     if (isNoLink) return name;
     const fs::path folder = fs::canonical(folderOf(name), isNoLink);
-    if (isNoLink || *std::next(folder.begin()) == "proc") return std::nullopt;
+    if (isNoLink || (folder / "").native().starts_with("/proc/")) return std::nullopt;
     name = link.starts_with('/') ? link : folderOf(name).append(link);
   }
   return std::nullopt;

@@ -22,7 +22,7 @@ struct Announced {
   std::size_t count = 0;
 };
 
-struct Column {
+struct ListedName {
   std::string word;
   std::string base;
   std::size_t line = 0;
@@ -31,7 +31,7 @@ struct Column {
 
 struct List {
   Announced announced;  // for columns, by .i and .o
-  std::vector<Column> names;
+  std::vector<ListedName> names;
   bool isThere = false;
 };
 
@@ -248,11 +248,11 @@ class StrictReader {
     }
     for (const List* list : {&inputs_, &outputs_}) {
       if (!list->isThere) complain(list == &inputs_ ? ".ilb is missing" : ".ob is missing");
-      for (const Column& column : list->names) checkColumn(column);
+      for (const ListedName& column : list->names) checkColumn(column);
     }
   }
 
-  void checkColumn(const Column& column) {
+  void checkColumn(const ListedName& column) {
     if (!declared_.contains(toUpper(column.base))) {
       complain(column.word + " is not declared", column.line);
     }

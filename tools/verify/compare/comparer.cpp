@@ -96,7 +96,7 @@ class Comparer {
   void compare(const Task& task) {
     const bool given = in(task).gives(task.slot);
     const bool kept = out(task).gives(task.outSlot);
-    if (given && saysNothing(task)) return;
+    if (given && saysNothing(task) && (kept || !hasRows(task))) return;
     if (given && kept) {
       compareBoth(task);
     } else if ((given || kept) && isAlwaysOn(task)) {
@@ -115,6 +115,13 @@ class Comparer {
     if (m.on == falseLiteral && m.off == falseLiteral) return true;
     return task.slot == Slot::OutputEnable && m.off == trueLiteral &&
            !in(task).gives(Slot::Logic) && !out(task).has(Slot::OutputEnable);
+  }
+
+  // Rows that contradict each other everywhere leave a function open, but not away.
+  bool hasRows(const Task& task) const {
+    if (task.slot == Slot::Logic) return false;
+    const Function& function = c_.in.function(in(task), task.slot);
+    return !function.on.empty() || !function.off.empty();
   }
 
   // A pin without an output enable puts out its value always.

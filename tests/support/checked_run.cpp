@@ -1,4 +1,4 @@
-#include "checked_run.h"
+#include "support/checked_run.h"
 
 #include <array>
 #include <cstdlib>
@@ -8,9 +8,10 @@
 #include <string_view>
 #include <vector>
 
-#include "fil/pla_file.h"
+#include "fil/pla_writer.h"
 #include "run/command_line.h"
 #include "run/pipeline.h"
+#include "support/read_text.h"
 #ifdef OSTREL_VERIFY
 #include "verify/compare/judge.h"
 #endif
@@ -39,14 +40,6 @@ Words wordsFrom(std::span<const std::uint8_t, optionBytes> bytes) {
   return {std::istream_iterator<std::string>(stream), {}};
 }
 
-/// Reads a file without a word on the console.
-ostrel::Status readQuietly(ostrel::PlaFile& file, const std::string& text) {
-  std::istringstream stream(text);
-  std::ostringstream silent;
-  silent.setstate(std::ios::badbit);
-  return file.read(stream, {silent, silent});
-}
-
 [[noreturn]] void fail(std::string_view why, const Words& words, const std::string& input,
                        const std::string& output) {
   std::cerr.clear();
@@ -64,22 +57,23 @@ void runChecked(std::span<const std::uint8_t, optionBytes> bytes, const std::str
   Words line = words;
   line.insert(line.begin(), "ostrel");
   ostrel::setOptions(ostrel::parseCommandLine(line).options);
-  ostrel::PlaFile input;
-  if (readQuietly(input, text) != ostrel::Status::Ok) return;
-  ostrel::Run run(input);
+  const Reading input = readText(text);
+  if (input.status != ostrel::Status::Ok) return;
+  ostrel::Run run(input.file);
   if (ostrel::runPipeline(run) != ostrel::Status::Ok) return;
   std::ostringstream written;
-  run.target.write(written);
+  writePla(run.target, written, "today");
   if (run.design.columns().empty() || run.target.count(ostrel::NameKind::Output) == 0) return;
 
-  ostrel::PlaFile output;
-  if (readQuietly(output, written.str()) != ostrel::Status::Ok) {
+  const Reading output = readText(written.str());
+  if (output.status != ostrel::Status::Ok) {
     fail("the output can't be read", words, text, written.str());
   }
 #ifdef OSTREL_VERIFY
   // A run may lose what it was told to lose.
   constexpr int effort = 2000;
-  const auto verdict = ostrel::verify::verify(input, output, ostrel::options(), {effort, {}});
+  const auto verdict =
+      ostrel::verify::verify(input.file, output.file, ostrel::options(), {effort, {}});
   for (const auto& finding : verdict.findings) {
     if (finding.outcome == ostrel::verify::Outcome::Different && finding.loss.empty()) {
       fail(finding.subject + ": " + finding.detail, words, text, written.str());

@@ -1,9 +1,8 @@
-#include "program.h"
+#include "support/program.h"
 
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
-#include <gtest/gtest.h>
 #include <sstream>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -22,7 +21,7 @@ void writeFile(const std::string& path, const std::string& content) {
 }
 
 std::string makeFolder() {
-  std::string name = testing::TempDir() + "ostrel_XXXXXX";
+  std::string name = (fs::temp_directory_path() / "ostrel_XXXXXX").string();
   return mkdtemp(name.data());
 }
 

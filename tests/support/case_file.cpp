@@ -1,4 +1,4 @@
-#include "case_file.h"
+#include "support/case_file.h"
 
 #include <fstream>
 

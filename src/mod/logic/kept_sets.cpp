@@ -1,0 +1,56 @@
+#include "logic/kept_sets.h"
+
+#include "run/options.h"
+
+namespace ostrel {
+
+SetSelector logicSelector(const Signal& signal) {
+  const Options& opts = options();
+  const bool onOnly = !mayInvert(signal) || !opts.reduce ||
+                      (!opts.invert && !signal.isCombinatorial()) ||
+                      (opts.ffBeforeInverter && signal.registerType == RegisterType::REG_T);
+  return onOnly ? SetSelector::On : SetSelector::Both;
+}
+
+SetSelector toldSet(const Signal& signal, Slot slot) {
+  const Options& opts = options();
+  switch (slot) {
+    case SlotLogic:
+      return logicSelector(signal);
+    case SlotXorLeft:
+    case SlotXorRight:
+      return SetSelector::On;
+    case SlotClock:
+      return opts.ckMode;
+    case SlotClockEnable:
+      return opts.ceMode;
+    case SlotReset:
+      return opts.arMode;
+    case SlotSet:
+      return opts.apMode;
+    case SlotOutputEnable:
+      return opts.oeMode;
+  }
+  return SetSelector::On;
+}
+
+bool isMissing(const Equation& equation, SetSelector set) {
+  const bool isOn = set == SetSelector::On;
+  const TermChain& chain = isOn ? equation.onSet() : equation.offSet();
+  const TermChain& other = isOn ? equation.offSet() : equation.onSet();
+  return set != SetSelector::Smaller && chain.empty() && !other.empty();
+}
+
+SetSelector keptSet(const Signal& signal, Slot slot) {
+  const SetSelector told = toldSet(signal, slot);
+  if (!options().lossless || !isMissing(*signal.slot(slot), told)) return told;
+  return told == SetSelector::On ? SetSelector::Off : SetSelector::On;
+}
+
+bool mayInvert(const Signal& signal) {
+  const Options& opts = options();
+  const bool isInitialized = signal.slot(SlotReset) != nullptr || signal.slot(SlotSet) != nullptr;
+  return !opts.lossless || !opts.ffBeforeInverter || opts.swapSetReset || !isInitialized;
+}
+
+}  // namespace ostrel

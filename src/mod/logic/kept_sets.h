@@ -1,0 +1,25 @@
+// Which set of a slot is kept, by the options, and by --lossless where the options would keep one
+// that isn't there.
+#pragma once
+
+#include "logic/signal.h"
+
+namespace ostrel {
+
+/// The sets that SlotLogic may choose from: only ON where inversion at the output is ruled out.
+SetSelector logicSelector(const Signal& signal);
+
+/// The set that the options keep of a slot.
+SetSelector toldSet(const Signal& signal, Slot slot);
+
+/// True if `set` names a set without terms and the other one has some.
+bool isMissing(const Equation& equation, SetSelector set);
+
+/// The set that a filled slot keeps: the told one, but with --lossless never one that is missing.
+SetSelector keptSet(const Signal& signal, Slot slot);
+
+/// False if, with --lossless, set and reset, which the Signal has, could not follow an inversion of
+/// its data in front of the inverter.
+bool mayInvert(const Signal& signal);
+
+}  // namespace ostrel
