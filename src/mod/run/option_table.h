@@ -42,7 +42,7 @@ struct OptionRow {
 inline constexpr std::size_t wholeWord = std::string_view::npos;
 
 /// The first row that matches acts, so the order counts.
-inline constexpr std::array<OptionRow, 25> optionTable = {{
+inline constexpr std::array<OptionRow, 26> optionTable = {{
     {"-input", 4, NextPlainWord{&Options::input}},
     {"-output", 4, NextPlainWord{&Options::output}},
     {"-log", wholeWord, NextPlainWord{&Options::log}},
@@ -69,6 +69,7 @@ inline constexpr std::array<OptionRow, 25> optionTable = {{
     {"-invert", 4, YesNo{&Options::invert}},
     // Words with two dashes are matched whole.
     {"--lossless", wholeWord, Flag{&Options::lossless}},
+    {"--verify", wholeWord, Flag{&Options::verify}},
 }};
 
 }  // namespace ostrel

@@ -50,6 +50,7 @@ struct Options {
   bool internalFeedback = true;   ///< -ifb
   bool percent = false;           ///< -percent: inverted outputs carry '%' in place of '-'
   bool lossless = false;          ///< --lossless: no step gives a function up
+  bool verify = false;            ///< --verify: no output that isn't proven
   bool gui = false;               ///< -GUI: a monitoring host runs this process
 };
 
