@@ -55,12 +55,15 @@ void completeSet(Signal& signal, Slot slot, PlaType type) {
   Equation& equation = *signal.slot(slot);
   const SetSelector told = toldSet(signal, slot);
   const bool isEnable = slot == SlotOutputEnable && told == SetSelector::Off;
-  if (isEnable && canBeAlwaysOn(equation, type)) return signal.deleteSlot(slot);
+  if (isEnable && canBeAlwaysOn(equation, type)) {
+    note({signal.name, extensionText(equation.extension), " is always on and goes"});
+    return signal.deleteSlot(slot);
+  }
   if (equation.isConstant(Constant::Either) || !isMissing(equation, told)) return;
   const bool isDone = equation.reduce(SetSelector::Both);
   if (isDone && isMissing(equation, told)) equation.makeConstant(told == SetSelector::Off);
   note({signal.name, extensionText(equation.extension),
-        isDone ? " has its missing set worked out" : " keeps the set that it has"});
+        isDone ? " has its missing set worked out" : " has no other set"});
 }
 
 /// Extensions that the main function of a type can be written with, the best one first.
@@ -139,7 +142,9 @@ Status settleType(Signal& signal) {
   if (!hasMain) {
     signal.deleteSlot(SlotXorLeft);
     signal.deleteSlot(SlotXorRight);
-    signal.makeEquation(SlotLogic).makeConstant(false);  // any function would do
+    Equation& any = signal.makeEquation(SlotLogic);  // any function would do
+    any.makeConstant(false);
+    if (signal.startsInverted) any.polarity = Polarity::Inverted;
   }
   if (signal.registerType == RegisterType::REG_SR && signal.slotHasLogic(SlotLogic)) {
     makePair(signal);
@@ -179,6 +184,7 @@ void complete(Signal& signal, PlaType type) {
     const bool isHalf = slot == SlotXorLeft || slot == SlotXorRight;
     if (!isHalf && signal.slot(slot) != nullptr) completeSet(signal, slot, type);
   }
+  if (!mayInvert(signal)) note({signal.name, " keeps its sense, which set and reset depend on"});
   signal.startsInverted = isInverted(signal);
 }
 

@@ -9,6 +9,15 @@
 namespace ostrel {
 namespace {
 
+/// True if the set that was kept is the inverse one.
+bool keepSet(Signal& signal, Slot slot) {
+  const SetSelector kept = keptSet(signal, slot);
+  if (kept != toldSet(signal, slot)) {
+    note({signal.name, extensionText(signal.slot(slot)->extension), " keeps the set that it has"});
+  }
+  return signal.slot(slot)->keepSets(kept);
+}
+
 /// The flip-flop now holds the complement, so its initial state has changed with the output.
 void followInversion(Signal& signal) {
   if (options().swapSetReset) {
@@ -48,11 +57,11 @@ void reduce(Signal& signal) {
 void choosePolarity(Signal& signal) {
   const Options& opts = options();
   Equation* logic = signal.slot(SlotLogic);
-  const bool isInverted = logic != nullptr && logic->keepSets(keptSet(signal, SlotLogic));
+  const bool isInverted = logic != nullptr && keepSet(signal, SlotLogic);
   const bool isInitialized = signal.slot(SlotReset) != nullptr || signal.slot(SlotSet) != nullptr;
   if (isInverted && opts.ffBeforeInverter && isInitialized) followInversion(signal);
   for (const Slot index : std::span(allSlots).subspan(SlotXorLeft)) {
-    if (signal.slot(index) != nullptr) signal.slot(index)->keepSets(keptSet(signal, index));
+    if (signal.slot(index) != nullptr) keepSet(signal, index);
   }
 }
 

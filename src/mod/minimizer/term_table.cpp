@@ -8,7 +8,6 @@
 namespace ostrel {
 
 Term TermTable::term(const Cube& cube) {
-  assert(widthOf(cube) <= width_);
   const std::uint64_t key = literalHash(cube);
   const std::uint32_t known = index_.find(key, [&](auto number) { return cubes_[number] == cube; });
   if (known != HashIndex::none) return Term{known};
@@ -28,6 +27,7 @@ std::vector<Term> TermTable::deleteColumns(const ColumnSet& columns) {
   for (const Cube& cube : old) {
     Cube narrower;
     cube.forEachLiteral([&](std::size_t column, char literal) {
+      assert(column < width_);
       if (!columns.contains(column)) narrower.set(newColumn[column], literal);
     });
     renumbered.push_back(term(narrower));
