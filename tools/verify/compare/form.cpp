@@ -126,6 +126,9 @@ class FormCheck {
       if (terms <= most) continue;
       report(signal.name,
              std::to_string(terms) + " terms, and the options allow " + std::to_string(most));
+      const auto index = static_cast<std::size_t>(&signal - c_.out.signals.data());
+      found_.back().kind = Kind::Width;
+      found_.back().signal = c_.toIn[index];
     }
   }
 

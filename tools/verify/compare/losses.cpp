@@ -127,10 +127,15 @@ bool readsPinThatCanBeOff(const Correspondence& c, const Finding& f) {
 }
 
 // The first that fits counts.
-constexpr std::array<Loss, 13> table = {{
+constexpr std::array<Loss, 14> table = {{
     {"A register type that the columns don't give back",
      "the type came from a declaration or from the order of the columns, which are written anew",
      [](const Correspondence&, const Options&, const Finding& f) { return f.kind == Kind::Type; }},
+    {"A register that is wider again behind the cut",
+     "XOR synthesis brought it to its ON set, which is wider than the limit",
+     [](const Correspondence&, const Options& options, const Finding& f) {
+       return f.kind == Kind::Width && options.xorSynthesis;
+     }},
     {"Keeping the OFF set of a control function",
      "the options keep the OFF set of this function, and it has none",
      [](const Correspondence&, const Options& options, const Finding& f) {
@@ -216,7 +221,9 @@ void spread(const Network& network, std::vector<const Finding*>& lossBySignal) {
 // The loss of a Signal that the function reads, in INPUT or in OUTPUT.
 class LossesOfSources {
  public:
-  LossesOfSources(const Correspondence& c, const std::vector<Finding>& findings) : c_(c) {
+  LossesOfSources(const Correspondence& c, const Options& options,
+                  const std::vector<Finding>& findings)
+      : c_(c), ffBeforeInverter_(options.ffBeforeInverter) {
     inInput_.resize(c.in.signals.size());
     inOutput_.resize(c.out.signals.size());
     for (const Finding& f : findings) {
@@ -229,7 +236,9 @@ class LossesOfSources {
   }
 
   const Finding* of(const Finding& f) const {
-    if (isControl(f) && inInput_[*f.signal] != nullptr) return inInput_[*f.signal];
+    // The sense of a register is found by its set and reset.
+    const bool hangsOnOwn = isControl(f) || ffBeforeInverter_;
+    if (hangsOnOwn && inInput_[*f.signal] != nullptr) return inInput_[*f.signal];
     for (const std::size_t c : columnsOf(c_.in, before(c_, f), f.slot)) {
       if (const Finding* loss = inInput_[c_.in.columns[c].signal]) return loss;
     }
@@ -241,6 +250,7 @@ class LossesOfSources {
 
  private:
   const Correspondence& c_;
+  bool ffBeforeInverter_;
   std::vector<const Finding*> inInput_;
   std::vector<const Finding*> inOutput_;
 };
@@ -263,7 +273,7 @@ void nameLosses(const Correspondence& correspondence, const Options& options,
     if (loss != table.end()) f.loss = loss->id, f.lossSentence = loss->sentence;
   }
   if (std::ranges::none_of(findings, isNameless)) return;
-  const LossesOfSources sources(correspondence, findings);
+  const LossesOfSources sources(correspondence, options, findings);
   for (Finding& f : findings) {
     if (!isNameless(f)) continue;
     if (const Finding* loss = sources.of(f))
