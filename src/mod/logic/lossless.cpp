@@ -81,19 +81,6 @@ std::vector<Extension> mainExtensions(RegisterType type) {
   }
 }
 
-Extension controlExtension(Slot slot, Extension told) {
-  switch (slot) {
-    case SlotClock:
-      return Extension::C;
-    case SlotReset:
-      return Extension::AR;
-    case SlotSet:
-      return Extension::AP;
-    default:
-      return told;
-  }
-}
-
 /// The type that the written columns are read back with; none if they can't be read.
 std::optional<RegisterType> typeReadBack(const Signal& signal) {
   std::optional<RegisterType> type = RegisterType::None;
@@ -113,13 +100,6 @@ bool isReadBack(const Signal& signal) {
   return type && plain(*type) == plain(signal.registerType);
 }
 
-void renameControls(Signal& signal) {
-  for (const Slot slot : controlSlots) {
-    Equation* equation = signal.slot(slot);
-    if (equation != nullptr) equation->extension = controlExtension(slot, equation->extension);
-  }
-}
-
 /// An SR register can only have its data as a pair: the function XOR 0.
 void makePair(Signal& signal) {
   Equation left = *signal.slot(SlotLogic);
@@ -132,7 +112,8 @@ void makePair(Signal& signal) {
   signal.deleteSlot(SlotLogic);
 }
 
-/// Finds extensions that say the type: the main function's own first, then those of the controls.
+/// Finds columns that say the type: with an extension of the main function, or with that function
+/// behind the controls.
 Status settleType(Signal& signal) {
   const bool hasMain = signal.slotHasLogic(SlotLogic) ||
                        (signal.slotHasLogic(SlotXorLeft) && signal.slotHasLogic(SlotXorRight));
@@ -153,7 +134,7 @@ Status settleType(Signal& signal) {
     if (isReadBack(signal)) break;
     equation->extension = mainExtensions(signal.registerType).front();
   }
-  if (!isReadBack(signal)) renameControls(signal);
+  if (!isReadBack(signal)) signal.controlsFirst = true;
   if (isReadBack(signal)) {
     note({signal.name, " has columns that say its register type"});
     return Status::Ok;

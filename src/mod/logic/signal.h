@@ -62,6 +62,7 @@ class Signal {
   bool xorTried = false;  ///< XOR synthesis has looked at it
   void noteNewLogic() { reduced = xorTried = false; }
   bool initSwapped = false;     ///< set and reset have changed places
+  bool controlsFirst = false;   ///< the columns of the controls stand in front of the others
   bool startsInverted = false;  ///< the sense in which --lossless found the data
 
   // ---- slots ----
