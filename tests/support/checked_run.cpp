@@ -1,5 +1,6 @@
 #include "support/checked_run.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <iostream>
@@ -95,11 +96,15 @@ void judge([[maybe_unused]] const ostrel::PlaFile& input, const Result& result, 
 #endif
 }
 
-/// How many choices a log notes.
-std::ptrdiff_t notes(const Result& result) {
-  std::ptrdiff_t count = 0;
-  for (std::size_t at = 0; (at = result.log.find("<Note>", at)) != std::string::npos; ++at) ++count;
-  return count;
+/// The choices that a log notes, in order.
+Words notes(const Result& result) {
+  Words found;
+  std::istringstream stream(result.log);
+  for (std::string line; std::getline(stream, line);) {
+    if (line.starts_with("<Note>")) found.push_back(line);
+  }
+  std::ranges::sort(found);
+  return found;
 }
 
 }  // namespace
@@ -115,7 +120,8 @@ void runChecked(std::span<const std::uint8_t, optionBytes> bytes, const std::str
   const auto lossless = runOnce(input.file, words);
   if (!lossless) return;
   judge(input.file, *lossless, words, text);
-  if (told && told->written != lossless->written && notes(*told) == notes(*lossless)) {
+  if (told && told->written != lossless->written &&
+      std::ranges::includes(notes(*told), notes(*lossless))) {
     fail("nothing says why the outputs differ", words, told->written, lossless->written);
   }
 }

@@ -19,7 +19,8 @@ Status settleFunctions(Design& design) {
   for (const auto& signal : design.signals()) {
     // The mark of a column that isn't written means nothing to the readers.
     Equation* logic = signal->slot(SlotLogic);
-    if (logic == nullptr || !logic->isEmpty() || logic->polarity != Polarity::Inverted) continue;
+    if (signal->slotHasLogic(SlotLogic) || logic == nullptr) continue;
+    if (logic->polarity != Polarity::Inverted) continue;
     if (options().ffBeforeInverter)
       note({signal->name, " is not written, and neither is its mark"});
     logic->polarity = Polarity::None;

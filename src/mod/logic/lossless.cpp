@@ -45,7 +45,7 @@ void completePair(Signal& signal) {
 
 /// An enable that is 1 everywhere, or may be because no row says 0, says nothing.
 bool canBeAlwaysOn(const Equation& equation, PlaType type) {
-  if (equation.polarity == Polarity::Inverted) return false;
+  if (equation.polarity == Polarity::Inverted || equation.isEmpty()) return false;
   const bool leavesOpen = type == PlaType::fr || type == PlaType::fdr;
   return (leavesOpen && equation.offSet().empty()) || equation.onHoldsUniversal();
 }
@@ -112,15 +112,18 @@ void makePair(Signal& signal) {
   signal.deleteSlot(SlotLogic);
 }
 
+bool hasMain(const Signal& signal) {
+  return signal.slotHasLogic(SlotLogic) ||
+         (signal.slotHasLogic(SlotXorLeft) && signal.slotHasLogic(SlotXorRight));
+}
+
 /// Finds columns that say the type: with an extension of the main function, or with that function
 /// behind the controls.
 Status settleType(Signal& signal) {
-  const bool hasMain = signal.slotHasLogic(SlotLogic) ||
-                       (signal.slotHasLogic(SlotXorLeft) && signal.slotHasLogic(SlotXorRight));
-  if (isReadBack(signal) || (!hasMain && typeReadBack(signal) == RegisterType::None)) {
+  if (isReadBack(signal) || (!hasMain(signal) && typeReadBack(signal) == RegisterType::None)) {
     return Status::Ok;
   }
-  if (!hasMain) {
+  if (!hasMain(signal)) {
     signal.deleteSlot(SlotXorLeft);
     signal.deleteSlot(SlotXorRight);
     Equation& any = signal.makeEquation(SlotLogic);  // any function would do
@@ -170,7 +173,7 @@ void complete(Signal& signal, PlaType type) {
 }
 
 Status settle(Signal& signal) {
-  const bool hasTurned = isInverted(signal) != signal.startsInverted;
+  const bool hasTurned = hasMain(signal) && isInverted(signal) != signal.startsInverted;
   if (options().ffBeforeInverter && isInitialized(signal) && hasTurned != signal.initSwapped) {
     if (!options().swapSetReset) {
       error({signal.name, " is inverted, and its set and reset may not follow"});

@@ -126,8 +126,19 @@ bool readsPinThatCanBeOff(const Correspondence& c, const Finding& f) {
          reads(c.out, *c.partner(*f.signal), [&](std::size_t s) { return c.toIn[s]; });
 }
 
+// A marked register of INPUT that OUTPUT doesn't write.
+bool readsLostMark(const Correspondence& c, const Finding& f) {
+  return std::ranges::any_of(columnsOf(c.in, before(c, f), f.slot), [&](std::size_t column) {
+    const std::size_t s = c.in.columns[column].signal;
+    const Signal& source = c.in.signals[s];
+    const Signal* after = c.partner(s);
+    return source.gives(Slot::Logic) && c.in.isInverted(source) &&
+           (after == nullptr || !after->gives(Slot::Logic));
+  });
+}
+
 // The first that fits counts.
-constexpr std::array<Loss, 14> table = {{
+constexpr std::array<Loss, 15> table = {{
     {"A register type that the columns don't give back",
      "the type came from a declaration or from the order of the columns, which are written anew",
      [](const Correspondence&, const Options&, const Finding& f) { return f.kind == Kind::Type; }},
@@ -182,6 +193,11 @@ constexpr std::array<Loss, 14> table = {{
        return f.kind == Kind::Mark || (f.kind == Kind::Value && !isControl(f) &&
                                        c.partner(*f.signal)->shape() == DataShape::Pair &&
                                        repeatedNode(c.in, before(c, f)) != nullptr);
+     }},
+    {"`-ff_inv yes` and a register that isn't written",
+     "it reads a register inverted, whose mark went with its column",
+     [](const Correspondence& c, const Options& options, const Finding& f) {
+       return f.kind == Kind::Value && options.ffBeforeInverter && readsLostMark(c, f);
      }},
     {"Reading a node in its OFF set", "only rows of 0 read a node, which went as unread",
      [](const Correspondence& c, const Options&, const Finding& f) {

@@ -28,6 +28,13 @@ bool canTurn(const Correspondence& c, std::size_t i) {
   return out != nullptr && in.isNode && in.gives(Slot::Logic) && out->shape() == DataShape::Logic;
 }
 
+// A column without rows says nothing that OUTPUT would have to keep.
+bool hasRows(const Network& network, const Signal& signal, Slot slot) {
+  if (!signal.has(slot)) return false;
+  const Function& function = network.function(signal, slot);
+  return !function.on.empty() || !function.off.empty();
+}
+
 class Search {
  public:
   explicit Search(Miter& miter) : miter_(miter), c_(miter.correspondence()) {
@@ -73,10 +80,24 @@ class Search {
       const bool marked = exchangesSetReset(c_, i, false);
       const bool canExchange = marked != exchangesSetReset(c_, i, true);
       const Literal exchange = canExchange ? phases[i] ^ marked : falseLiteral;
-      result.push_back(graph.both(
-          atRest, graph.either(graph.both(exchange, crossed), graph.both(!exchange, straight))));
+      // Where a loop is never at rest, set and reset still have to be there.
+      const Literal lost = graph.either(graph.both(exchange, losesInitialization(i, true)),
+                                        graph.both(!exchange, losesInitialization(i, false)));
+      const Literal conflict =
+          graph.either(graph.both(exchange, crossed), graph.both(!exchange, straight));
+      result.push_back(graph.either(lost, graph.both(atRest, conflict)));
     }
     return result;
+  }
+
+  Literal losesInitialization(std::size_t i, bool exchanged) {
+    const std::vector<Task> tasks = tasksOf(c_, i, exchanged);
+    const bool isLost = std::ranges::any_of(tasks, [&](const Task& task) {
+      const bool isInitialization = task.slot == Slot::Set || task.slot == Slot::Reset;
+      return isInitialization && hasRows(c_.in, c_.in.signals[i], task.slot) !=
+                                     hasRows(c_.out, *c_.partner(i), task.outSlot);
+    });
+    return isLost ? trueLiteral : falseLiteral;
   }
 
   Literal conflictOf(std::size_t i, bool exchanged, Views& views,
