@@ -19,10 +19,11 @@ Status settleFunctions(Design& design) {
   for (const auto& signal : design.signals()) {
     // The mark of a column that isn't written means nothing to the readers.
     Equation* logic = signal->slot(SlotLogic);
-    if (signal->slotHasLogic(SlotLogic) || logic == nullptr) continue;
-    if (logic->polarity != Polarity::Inverted) continue;
-    if (options().ffBeforeInverter)
+    const bool isWritten = logic == nullptr || !logic->isEmpty();
+    if (isWritten || logic->polarity != Polarity::Inverted) continue;
+    if (options().ffBeforeInverter) {
       note({signal->name, " is not written, and neither is its mark"});
+    }
     logic->polarity = Polarity::None;
   }
   Status status = Status::Ok;

@@ -7,7 +7,7 @@ namespace ostrel {
 std::vector<const Equation*> exportedEquations(const Signal& signal) {
   std::vector<const Equation*> exported;
   std::vector<const Equation*> controls;
-  if (signal.slotHasLogic(SlotXorLeft) && signal.slotHasLogic(SlotXorRight)) {
+  if (signal.pairHasLogic()) {
     exported = {signal.slot(SlotXorLeft), signal.slot(SlotXorRight)};
   } else if (signal.slotHasLogic(SlotLogic)) {
     exported = {signal.slot(SlotLogic)};

@@ -1,14 +1,12 @@
 #include "logic/lossless.h"
 
-#include <algorithm>
-#include <array>
 #include <optional>
 #include <utility>
-#include <vector>
 
 #include "logic/columns.h"
 #include "logic/export.h"
 #include "logic/kept_sets.h"
+#include "logic/polarity.h"
 #include "run/log.h"
 #include "run/options.h"
 
@@ -21,10 +19,6 @@ bool isInverted(const Signal& signal) {
     inverted ^= equation->polarity == Polarity::Inverted;
   }
   return inverted;
-}
-
-bool isInitialized(const Signal& signal) {
-  return signal.slot(SlotReset) != nullptr || signal.slot(SlotSet) != nullptr;
 }
 
 /// A half alone is the plain function, unless there is one.
@@ -66,18 +60,18 @@ void completeSet(Signal& signal, Slot slot, PlaType type) {
         isDone ? " has its missing set worked out" : " has no other set"});
 }
 
-/// Extensions that the main function of a type can be written with, the best one first.
-std::vector<Extension> mainExtensions(RegisterType type) {
+/// The extension that says a type at the main function.
+Extension mainExtension(RegisterType type) {
   switch (type) {
     case RegisterType::None:
     case RegisterType::COM:
-      return {Extension::COM};
+      return Extension::COM;
     case RegisterType::REG_T:
-      return {Extension::T};
+      return Extension::T;
     case RegisterType::REG_L:
-      return {Extension::L};
+      return Extension::L;
     default:
-      return {Extension::D};
+      return Extension::D;
   }
 }
 
@@ -113,8 +107,7 @@ void makePair(Signal& signal) {
 }
 
 bool hasMain(const Signal& signal) {
-  return signal.slotHasLogic(SlotLogic) ||
-         (signal.slotHasLogic(SlotXorLeft) && signal.slotHasLogic(SlotXorRight));
+  return signal.slotHasLogic(SlotLogic) || signal.pairHasLogic();
 }
 
 /// Finds columns that say the type: with an extension of the main function, or with that function
@@ -135,7 +128,7 @@ Status settleType(Signal& signal) {
   }
   for (Equation* equation : signal.mainEquations()) {
     if (isReadBack(signal)) break;
-    equation->extension = mainExtensions(signal.registerType).front();
+    equation->extension = mainExtension(signal.registerType);
   }
   if (!isReadBack(signal)) signal.controlsFirst = true;
   if (isReadBack(signal)) {
@@ -179,9 +172,7 @@ Status settle(Signal& signal) {
       error({signal.name, " is inverted, and its set and reset may not follow"});
       return Status::Failed;
     }
-    signal.swapSlots(SlotReset, SlotSet);
-    signal.initSwapped = !signal.initSwapped;
-    note({signal.name, " Set/Reset swapped to follow output polarity"});
+    exchangeSetAndReset(signal);
   }
   nameInitializers(signal);
   return settleType(signal);

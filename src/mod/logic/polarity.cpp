@@ -21,15 +21,19 @@ bool keepSet(Signal& signal, Slot slot) {
 /// The flip-flop now holds the complement, so its initial state has changed with the output.
 void followInversion(Signal& signal) {
   if (options().swapSetReset) {
-    signal.swapSlots(SlotReset, SlotSet);
-    signal.initSwapped = !signal.initSwapped;
-    note({signal.name, " Set/Reset swapped to follow output polarity"});
+    exchangeSetAndReset(signal);
   } else {
     warning({signal.name, " polarity is inverted, register initialization has changed"});
   }
 }
 
 }  // namespace
+
+void exchangeSetAndReset(Signal& signal) {
+  signal.swapSlots(SlotReset, SlotSet);
+  signal.initSwapped = !signal.initSwapped;
+  note({signal.name, " Set/Reset swapped to follow output polarity"});
+}
 
 void reduce(Signal& signal) {
   Equation* logic = signal.slot(SlotLogic);
@@ -55,11 +59,9 @@ void reduce(Signal& signal) {
 }
 
 void choosePolarity(Signal& signal) {
-  const Options& opts = options();
   Equation* logic = signal.slot(SlotLogic);
   const bool isInverted = logic != nullptr && keepSet(signal, SlotLogic);
-  const bool isInitialized = signal.slot(SlotReset) != nullptr || signal.slot(SlotSet) != nullptr;
-  if (isInverted && opts.ffBeforeInverter && isInitialized) followInversion(signal);
+  if (isInverted && options().ffBeforeInverter && isInitialized(signal)) followInversion(signal);
   for (const Slot index : std::span(allSlots).subspan(SlotXorLeft)) {
     if (signal.slot(index) != nullptr) keepSet(signal, index);
   }

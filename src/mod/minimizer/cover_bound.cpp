@@ -24,7 +24,6 @@
 #include "minimizer/cover_bound.h"
 
 #include <algorithm>
-#include <bit>
 
 #include "minimizer/budgets.h"
 #include "minimizer/column_set.h"
@@ -42,10 +41,6 @@ std::uint64_t neighboursIn(std::uint64_t values, const Cube::Block& cube) {
   const std::uint64_t away = mismatch(values, cube);
   if (away == 0) return ~cube.care;
   return isSingleBit(away) ? away : 0;
-}
-
-std::uint64_t lowestBit(std::uint64_t word) {
-  return word & (~word + 1);
 }
 
 }  // namespace

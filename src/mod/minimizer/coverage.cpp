@@ -23,9 +23,7 @@
 #include "minimizer/coverage.h"
 
 #include <algorithm>
-#include <bit>
 #include <cassert>
-#include <climits>
 #include <type_traits>
 
 namespace ostrel {
@@ -191,7 +189,7 @@ std::pair<std::size_t, typename Coverage<C>::Word> Coverage<C>::columnToSplit() 
   std::size_t block = 0;
   while (row(shortest)[block].in(columns()[block]).any() == 0) ++block;
   const Word left = row(shortest)[block].in(columns()[block]).any();
-  return {block, left & (~left + 1)};
+  return {block, lowestBit(left)};
 }
 
 template class Coverage<Cube>;

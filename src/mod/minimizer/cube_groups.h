@@ -36,7 +36,8 @@ class CubeGroups {
   /// the one without dashes, each group in its own order. The groups are left empty.
   void flattenGroups(std::vector<C>& list);
 
-  /// Keeps the first of equal cubes; a universal cube that stands alone keeps its copies.
+  /// Keeps the first of equal cubes; a universal cube that stands alone keeps its copies. False if
+  /// no two cubes had their dashes in the same columns, so that none are neighbours either.
   bool dropDuplicates(UniversalCube universal);
 
   /// Joins pairs that differ in one literal and drops cubes that a cube of the next group contains.

@@ -97,7 +97,7 @@ bool sharpCube(const C& a, const C& b, std::vector<C>& pieces) {
     const Cube::Block x = a.block(i);
     const Cube::Block y = b.block(i);
     for (std::uint64_t rest = y.care & ~x.care; rest != 0; rest &= rest - 1) {
-      const std::uint64_t bit = rest & (~rest + 1);
+      const std::uint64_t bit = lowestBit(rest);
       pieces.push_back(a);
       pieces.back().setBlock(i, {x.care | bit, x.value | (~y.value & bit)});
     }

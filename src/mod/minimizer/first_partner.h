@@ -21,15 +21,19 @@
 
 namespace ostrel {
 
-/// The partner is the same cube.
-struct SameCube {
-  template <PackedCube C>
-  static bool holds(const C& cube, const C& partner) {
-    return cube == partner;
-  }
+/// For partners that are found by all their literals.
+struct ByLiterals {
   template <PackedCube C>
   static std::uint64_t key(const C& partner) {
     return literalHash(partner);
+  }
+};
+
+/// The partner is the same cube.
+struct SameCube : ByLiterals {
+  template <PackedCube C>
+  static bool holds(const C& cube, const C& partner) {
+    return cube == partner;
   }
   template <PackedCube C, class Visit>
   static void forEachKey(const C& cube, Visit visit) {
@@ -38,14 +42,10 @@ struct SameCube {
 };
 
 /// The partner differs in one literal, which has the other sense there.
-struct Neighbour {
+struct Neighbour : ByLiterals {
   template <PackedCube C>
   static bool holds(const C& cube, const C& partner) {
     return adjacentColumn(cube, partner).has_value();
-  }
-  template <PackedCube C>
-  static std::uint64_t key(const C& partner) {
-    return literalHash(partner);
   }
   template <PackedCube C, class Visit>
   static void forEachKey(const C& cube, Visit visit) {
@@ -54,14 +54,10 @@ struct Neighbour {
 };
 
 /// The partner, which has one dash more, contains the cube.
-struct Container {
+struct Container : ByLiterals {
   template <PackedCube C>
   static bool holds(const C& cube, const C& partner) {
     return cubeContains(partner, cube);
-  }
-  template <PackedCube C>
-  static std::uint64_t key(const C& partner) {
-    return literalHash(partner);
   }
   template <PackedCube C, class Visit>
   static void forEachKey(const C& cube, Visit visit) {

@@ -10,7 +10,8 @@
 // Cost. A cube meets every slot, so a sum of n cubes costs n * n / 2 meetings, most of them of
 // lists without a common point. Where they meet, two sharp products shatter the slots, and the
 // result may be exponentially long. Sums that share cubes meet the same pairs of lists again and
-// again, so lists have numbers, and what became of a pair is looked up: MEASURED.
+// again, so lists have numbers, and what became of a pair is looked up: up to a seventh of the
+// instructions of a whole run (clip, -xor -split 16), and nothing where few sums share cubes.
 //
 // Order. Part of the output, do not tidy: the products of a meeting come last pair first, and are
 // simplified if they are more than two; a slot is simplified if it grew; a cube of which nothing is

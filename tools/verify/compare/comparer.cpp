@@ -114,17 +114,11 @@ class Comparer {
   // enables a pin without anything to put out.
   bool saysNothing(const Task& task, bool kept) {
     const Meaning m = shared_->in.meaning(in(task), task.slot);
-    if (isOpen(m)) return kept || !hasRows(task);
+    // Rows that contradict each other everywhere leave a control open, but not away.
+    if (isOpen(m)) return kept || task.slot == Slot::Logic || !c_.in.hasRows(in(task), task.slot);
     return task.slot == Slot::OutputEnable && m.off == trueLiteral &&
            (!in(task).gives(Slot::Logic) || isOpen(shared_->in.meaning(in(task), Slot::Logic))) &&
            !out(task).has(Slot::OutputEnable) && !out(task).gives(Slot::Logic);
-  }
-
-  // Rows that contradict each other everywhere leave a function open, but not away.
-  bool hasRows(const Task& task) const {
-    if (task.slot == Slot::Logic) return false;
-    const Function& function = c_.in.function(in(task), task.slot);
-    return !function.on.empty() || !function.off.empty();
   }
 
   // A pin without an output enable puts out its value always.

@@ -28,11 +28,8 @@ bool canTurn(const Correspondence& c, std::size_t i) {
   return out != nullptr && in.isNode && in.gives(Slot::Logic) && out->shape() == DataShape::Logic;
 }
 
-// A column without rows says nothing that OUTPUT would have to keep.
-bool hasRows(const Network& network, const Signal& signal, Slot slot) {
-  if (!signal.has(slot)) return false;
-  const Function& function = network.function(signal, slot);
-  return !function.on.empty() || !function.off.empty();
+bool isInitialization(const Task& task) {
+  return task.slot == Slot::Set || task.slot == Slot::Reset;
 }
 
 class Search {
@@ -90,12 +87,11 @@ class Search {
     return result;
   }
 
+  // A column without rows says nothing that OUTPUT would have to keep.
   Literal losesInitialization(std::size_t i, bool exchanged) {
-    const std::vector<Task> tasks = tasksOf(c_, i, exchanged);
-    const bool isLost = std::ranges::any_of(tasks, [&](const Task& task) {
-      const bool isInitialization = task.slot == Slot::Set || task.slot == Slot::Reset;
-      return isInitialization && hasRows(c_.in, c_.in.signals[i], task.slot) !=
-                                     hasRows(c_.out, *c_.partner(i), task.outSlot);
+    const bool isLost = std::ranges::any_of(tasksOf(c_, i, exchanged), [&](const Task& task) {
+      return isInitialization(task) && c_.in.hasRows(c_.in.signals[i], task.slot) !=
+                                           c_.out.hasRows(*c_.partner(i), task.outSlot);
     });
     return isLost ? trueLiteral : falseLiteral;
   }
@@ -105,13 +101,12 @@ class Search {
     std::vector<Literal> conflicts;
     for (const Task& task : tasksOf(c_, i, exchanged)) {
       const Signal& in = c_.in.signals[i];
-      const bool isInitialization = task.slot == Slot::Set || task.slot == Slot::Reset;
       if (in.gives(task.slot) && c_.partner(i)->gives(task.outSlot)) {
         conflicts.push_back(miter_.conflict(task, views, phases));
-      } else if (in.gives(task.slot) && isInitialization) {
+      } else if (in.gives(task.slot) && isInitialization(task)) {
         const Meaning lost = views.in.meaning(in, task.slot);
         conflicts.push_back(miter_.graph().either(lost.on, lost.off));
-      } else if (c_.partner(i)->gives(task.outSlot) && isInitialization) {
+      } else if (c_.partner(i)->gives(task.outSlot) && isInitialization(task)) {
         conflicts.push_back(trueLiteral);
       }
     }
