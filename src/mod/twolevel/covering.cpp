@@ -68,11 +68,11 @@ std::vector<Rows> components(Rows rows, std::size_t columnCount) {
 
 class Search {
  public:
-  Search(std::size_t columnCount, Effort& effort) : columnCount_(columnCount), effort_(effort) {}
+  Search(std::size_t columnCount, CoveringWork& work) : columnCount_(columnCount), work_(work) {}
 
   /// A choice, and a bound that holds for all choices of fewer columns than `cutoff`.
   Covering solve(Rows rows, std::size_t cutoff, std::size_t depth) {
-    ReducedTable table = reduceTable(std::move(rows), columnCount_, effort_);
+    ReducedTable table = reduceTable(std::move(rows), columnCount_, effort(depth));
     Covering result = {std::move(table.chosen), 0};
     result.bound = result.columns.size();
     std::vector<Rows> parts = components(std::move(table.rows), columnCount_);
@@ -87,12 +87,14 @@ class Search {
   }
 
  private:
+  Effort& effort(std::size_t depth) { return depth == 0 ? work_.firstLook : work_.search; }
+
   Covering solvePart(Rows rows, std::size_t cutoff, std::size_t depth) {
-    PricedCovering priced =
-        priceCovering(rows, columnCount_, cutoff, depth == 0 ? firstRounds : laterRounds, effort_);
+    PricedCovering priced = priceCovering(rows, columnCount_, cutoff,
+                                          depth == 0 ? firstRounds : laterRounds, effort(depth));
     Covering& best = priced.covering;
     const std::size_t limit = std::min(cutoff, best.columns.size());
-    if (best.bound >= limit || depth == maxDepth || effort_.isSpent()) return best;
+    if (best.bound >= limit || depth == maxDepth || work_.search.isSpent()) return best;
     for (const std::uint32_t column : priced.excluded)
       rows = withoutColumn(std::move(rows), column);
     if (hasEmpty(rows)) {
@@ -122,7 +124,7 @@ class Search {
   }
 
   std::size_t columnCount_;
-  Effort& effort_;
+  CoveringWork& work_;
 };
 
 /// Takes out columns whose rows are all met by others.
@@ -146,9 +148,10 @@ void leaveOut(const Rows& rows, std::size_t columnCount, std::vector<std::uint32
 
 }  // namespace
 
-Covering solveCovering(std::vector<CoveringRow> rows, std::size_t columnCount, Effort& effort) {
+Covering solveCovering(std::vector<CoveringRow> rows, std::size_t columnCount, std::size_t cutoff,
+                       CoveringWork& work) {
   assert(!hasEmpty(rows));
-  Covering result = Search(columnCount, effort).solve(rows, SIZE_MAX, 0);
+  Covering result = Search(columnCount, work).solve(rows, cutoff, 0);
   leaveOut(rows, columnCount, result.columns);
   std::sort(result.columns.begin(), result.columns.end());
   assert(result.bound <= result.columns.size());

@@ -17,9 +17,18 @@ struct Covering {
   std::size_t bound = 0;
 };
 
+/// The effort for a covering problem: for the first look at each part of the table, which gives
+/// most of what is to be had, and for trying columns one by one.
+struct CoveringWork {
+  Effort firstLook;
+  Effort search;
+};
+
 /// Meets each of the rows, none of which is empty, with columns below `columnCount`; no column of
-/// the answer can be left out. Where the effort ends the choice is the best so far.
-Covering solveCovering(std::vector<CoveringRow> rows, std::size_t columnCount, Effort& effort);
+/// the answer can be left out. Where the effort ends the choice is the best so far. Only choices of
+/// fewer columns than `cutoff` are looked for; the bound may be as low as that where there is none.
+Covering solveCovering(std::vector<CoveringRow> rows, std::size_t columnCount, std::size_t cutoff,
+                       CoveringWork& work);
 
 /// A covering problem after rows and columns went that decide nothing.
 struct ReducedTable {

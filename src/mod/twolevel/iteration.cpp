@@ -48,7 +48,7 @@ class Iteration {
       : diagram_(task.diagram), lower_(lower), upper_(task.upper), limits_(limits) {}
 
   void run(CubeList& cover) {
-    Effort covering(limits_.coveringSteps);
+    CoveringWork covering = coveringWork(limits_);
     for (std::size_t start = 0; start < limits_.starts && !diagram_.effort().isSpent(); ++start) {
       while (improve(cover, start, covering)) {
       }
@@ -57,14 +57,15 @@ class Iteration {
 
  private:
   /// True if the cover has become shorter.
-  bool improve(CubeList& cover, std::size_t start, Effort& covering) {
+  bool improve(CubeList& cover, std::size_t start, CoveringWork& covering) {
     const CubeList reduced = reduceCover(diagram_, lower_, cover, placesOf(cover, start));
     for (const std::size_t each : {64U, 8U, 1U}) {
       const auto choice = pool(cover, reduced, each);
       if (!choice) return false;
       auto rows = coveringRows(diagram_, lower_, *choice, limits_.rows);
       if (!rows) continue;
-      const Covering chosen = solveCovering(std::move(*rows), choice->size(), covering);
+      const Covering chosen =
+          solveCovering(std::move(*rows), choice->size(), cover.size(), covering);
       if (chosen.columns.size() >= cover.size()) return false;
       cover.clear();
       for (const std::uint32_t number : chosen.columns) cover.push_back((*choice)[number]);

@@ -61,7 +61,7 @@ class World {
  public:
   World(const PartialFunction& function, ColumnOrder order, std::size_t nodes)
       : names_(function, order),
-        effort_(nodes * 40),
+        effort_(nodes * 40 + 2 * names_.width() * function.on.size()),
         diagram_(names_.width(), nodes, effort_),
         covers_(nodes, effort_) {
     const Diagram::Edge on = diagram_.sum(names_.toLevels(function.on));
@@ -86,11 +86,13 @@ class World {
     return {names_.toColumns(*cubes), CoverState::Irredundant, cubes->empty() ? 0U : 1U};
   }
 
-  /// The cover after all work that the limits allow.
-  MinimizedCover improved(bool isOn, const WorkLimits& limits) {
+  /// The cover after all work that the limits allow; what comes out with `cutoff` cubes or more is
+  /// of no use to the caller.
+  MinimizedCover improved(bool isOn, std::size_t cutoff, const WorkLimits& limits) {
     const auto cubes = covers_.list(set(isOn).cover.cubes, limits.listedCubes);
     if (!cubes) return {};
-    MinimizedCover result = improved({diagram_, set(isOn).lower, set(isOn).upper, *cubes}, limits);
+    const CoverTask task = {diagram_, set(isOn).lower, set(isOn).upper, *cubes};
+    MinimizedCover result = improved(task, cutoff, limits);
     result.cubes = names_.toColumns(result.cubes);
     return result;
   }
@@ -104,12 +106,15 @@ class World {
 
   const Set& set(bool isOn) const { return isOn ? on_ : off_; }
 
-  MinimizedCover improved(const CoverTask& task, const WorkLimits& limits) {
+  MinimizedCover improved(const CoverTask& task, std::size_t cutoff, const WorkLimits& limits) {
     allowWork(limits);
     const Essentials parted = partEssentials(task);
-    if (effort_.isSpent()) return iterate(task, {{}, task.cover, task.lower}, limits);
+    if (effort_.isSpent()) return {task.cover, CoverState::Irredundant, 1};
+    if (parted.essential.size() >= cutoff) {
+      return {task.cover, CoverState::Irredundant, parted.essential.size()};
+    }
     allowWork(limits);
-    if (auto minimum = minimumCover(task, parted, limits)) return *std::move(minimum);
+    if (auto minimum = minimumCover(task, parted, cutoff, limits)) return *std::move(minimum);
     allowWork(limits);
     effort_ = Effort(limits.iterationSteps);
     return iterate(task, parted, limits);
@@ -133,6 +138,7 @@ std::unique_ptr<World> findWorld(const PartialFunction& function, const WorkLimi
   for (const std::size_t nodes : limits.diagramNodes) {
     for (const ColumnOrder order :
          {ColumnOrder::ByAttraction, ColumnOrder::MostUsedFirst, ColumnOrder::AsGiven}) {
+      if (Renamed(function, order).width() > limits.columns) return nullptr;
       auto world = std::make_unique<World>(function, order, nodes);
       if (world->isDone()) return world;
     }
@@ -159,15 +165,19 @@ MinimizedFunction minimize(const PartialFunction& function, WantedSets wanted,
     result.on = raiseRows(function, limits);
     return result;
   }
-  for (const bool isOn : {true, false}) {
+  // The set that promises less first: what it reaches is what the other one has to beat.
+  const bool isOnFirst = world->count(true) <= world->count(false);
+  std::size_t cutoff = SIZE_MAX;
+  for (const bool isOn : {isOnFirst, !isOnFirst}) {
     MinimizedCover& cover = isOn ? result.on : result.off;
     const bool isWanted = wanted == WantedSets::Both ||
                           wanted == (isOn ? WantedSets::On : WantedSets::Off) ||
                           (wanted == WantedSets::Smaller && !isHopeless(*world, isOn));
-    if (isWanted) cover = world->improved(isOn, limits);
+    if (isWanted) cover = world->improved(isOn, cutoff, limits);
     const std::size_t limit =
         isOn ? std::max(limits.listedCubes, function.on.size()) : limits.listedCubes;
     if (cover.state == CoverState::Unknown) cover = world->irredundant(isOn, limit);
+    if (wanted == WantedSets::Smaller) cutoff = cover.cubes.size();
   }
   if (result.on.state == CoverState::Unknown) result.on = {function.on, CoverState::Given, 0};
   return result;

@@ -14,7 +14,6 @@
 #include <utility>
 
 #include "twolevel/cover_graph.h"
-#include "twolevel/covering.h"
 #include "twolevel/covering_table.h"
 #include "twolevel/essential.h"
 
@@ -50,7 +49,7 @@ std::optional<CubeList> primesMeeting(Diagram& diagram, Diagram::Edge upper, Dia
 }  // namespace
 
 std::optional<MinimizedCover> minimumCover(const CoverTask& task, const Essentials& parted,
-                                           const WorkLimits& limits) {
+                                           std::size_t cutoff, const WorkLimits& limits) {
   const std::size_t known = parted.essential.size();
   MinimizedCover result = {parted.essential, CoverState::Minimum, known};
   if (parted.open == Diagram::zero) return result;
@@ -58,8 +57,9 @@ std::optional<MinimizedCover> minimumCover(const CoverTask& task, const Essentia
   if (!primes) return std::nullopt;
   auto rows = coveringRows(task.diagram, parted.open, *primes, limits.rows);
   if (!rows) return std::nullopt;
-  Effort effort(limits.coveringSteps);
-  const Covering covering = solveCovering(std::move(*rows), primes->size(), effort);
+  CoveringWork work = coveringWork(limits);
+  const Covering covering =
+      solveCovering(std::move(*rows), primes->size(), cutoff - std::min(cutoff, known), work);
   for (const std::uint32_t number : covering.columns) result.cubes.push_back((*primes)[number]);
   result.bound = known + covering.bound;
   if (result.bound < result.cubes.size()) result.state = CoverState::Improved;

@@ -54,7 +54,7 @@ class Raising {
     fill(all);
     std::size_t kept = 0;
     for (std::size_t i = 0; i < cubes.size(); ++i) {
-      if (coverage_.isCovered(cubes[i], i, effort_)) {
+      if (!effort_.isSpent() && coverage_.isCovered(cubes[i], i, effort_)) {
         coverage_.remove(i);
       } else {
         if (kept != i) cubes[kept] = cubes[i];
