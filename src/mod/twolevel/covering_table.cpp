@@ -12,11 +12,11 @@
 // Cost. A few words for each 64 primes and half; the halves can be as many as the points, which
 // effort and limit end.
 //
-// Order. Rows come in the order of the halves, 0 before 1; equal ones once. The order decides ties.
+// Order. Rows come in the order of the halves, 0 before 1; equal ones may follow.
+// The order decides ties.
 #include "twolevel/covering_table.h"
 
 #include <bit>
-#include <set>
 #include <utility>
 
 namespace ostrel {
@@ -24,6 +24,9 @@ namespace ostrel {
 namespace {
 
 using Words = std::vector<std::uint64_t>;
+
+// A table in memory, with the copies that its reduction makes of it.
+constexpr std::size_t maxEntries = 2'000'000;
 
 class Halving {
  public:
@@ -90,8 +93,9 @@ class Halving {
                       static_cast<std::uint32_t>(std::countr_zero(rest)));
       }
     }
-    if (seen_.insert(row).second) rows_.push_back(std::move(row));
-    return rows_.size() <= limit_;
+    entries_ += row.size();
+    rows_.push_back(std::move(row));
+    return rows_.size() <= limit_ && entries_ <= maxEntries;
   }
 
   Diagram& diagram_;
@@ -100,7 +104,7 @@ class Halving {
   std::vector<Words> zeros_;  // for each column the primes with that literal
   std::vector<Words> ones_;
   std::vector<CoveringRow> rows_;
-  std::set<CoveringRow> seen_;
+  std::size_t entries_ = 0;
 };
 
 }  // namespace

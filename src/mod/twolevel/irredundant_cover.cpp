@@ -29,13 +29,13 @@ class Irredundant {
   IrredundantCover cover(Diagram::Edge lower, Diagram::Edge upper) {
     if (lower == Diagram::zero) return {CoverGraph::none, Diagram::zero};
     if (upper == Diagram::one) return {CoverGraph::universal, Diagram::one};
-    if (const auto known = known_.find(lower, upper)) {
+    if (const auto known = known_.find(lower + 1, upper)) {
       return {static_cast<CoverGraph::Set>(*known >> 32U), static_cast<Diagram::Edge>(*known)};
     }
     if (!diagram_.effort().spend(1)) return {CoverGraph::none, Diagram::zero};
     const IrredundantCover result = split(lower, upper);
     if (!diagram_.effort().isSpent()) {
-      known_.store(lower, upper, std::uint64_t{result.cubes} << 32U | result.function);
+      known_.store(lower + 1, upper, std::uint64_t{result.cubes} << 32U | result.function);
     }
     return result;
   }

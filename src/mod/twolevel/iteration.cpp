@@ -101,9 +101,9 @@ MinimizedCover iterate(const CoverTask& task, const Essentials& parted, const Wo
   CubeList others = parted.others;
   Iteration(task, parted.open, limits).run(others);
   const std::size_t bound = parted.essential.size() + (others.empty() ? 0U : 1U);
-  MinimizedCover result = {parted.essential, CoverState::Improved, bound};
-  result.cubes.insert(result.cubes.end(), others.begin(), others.end());
-  return result;
+  CubeList cubes = parted.essential;
+  cubes.insert(cubes.end(), others.begin(), others.end());
+  return boundedCover(std::move(cubes), bound, CoverState::Improved);
 }
 
 }  // namespace ostrel

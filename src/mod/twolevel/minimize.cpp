@@ -83,7 +83,8 @@ class World {
   MinimizedCover irredundant(bool isOn, std::size_t limit) const {
     const auto cubes = covers_.list(set(isOn).cover.cubes, limit);
     if (!cubes) return {};
-    return {names_.toColumns(*cubes), CoverState::Irredundant, cubes->empty() ? 0U : 1U};
+    return boundedCover(names_.toColumns(*cubes), cubes->empty() ? 0U : 1U,
+                        CoverState::Irredundant);
   }
 
   /// The cover after all work that the limits allow; what comes out with `cutoff` cubes or more is
@@ -109,9 +110,10 @@ class World {
   MinimizedCover improved(const CoverTask& task, std::size_t cutoff, const WorkLimits& limits) {
     allowWork(limits);
     const Essentials parted = partEssentials(task);
-    if (effort_.isSpent()) return {task.cover, CoverState::Irredundant, 1};
+    if (effort_.isSpent())
+      return boundedCover(task.cover, task.cover.empty() ? 0U : 1U, CoverState::Irredundant);
     if (parted.essential.size() >= cutoff) {
-      return {task.cover, CoverState::Irredundant, parted.essential.size()};
+      return boundedCover(task.cover, parted.essential.size(), CoverState::Irredundant);
     }
     allowWork(limits);
     if (auto minimum = minimumCover(task, parted, cutoff, limits)) return *std::move(minimum);
@@ -138,7 +140,7 @@ std::unique_ptr<World> findWorld(const PartialFunction& function, const WorkLimi
   for (const std::size_t nodes : limits.diagramNodes) {
     for (const ColumnOrder order :
          {ColumnOrder::ByAttraction, ColumnOrder::MostUsedFirst, ColumnOrder::AsGiven}) {
-      if (Renamed(function, order).width() > limits.columns) return nullptr;
+      if (Renamed(function, order).width() > maxDiagramColumns) return nullptr;
       auto world = std::make_unique<World>(function, order, nodes);
       if (world->isDone()) return world;
     }
@@ -158,7 +160,7 @@ bool isHopeless(const World& world, bool isOn) {
 
 MinimizedFunction minimize(const PartialFunction& function, WantedSets wanted,
                            Thoroughness thoroughness) {
-  const WorkLimits limits = workLimits(thoroughness);
+  const WorkLimits& limits = workLimits(thoroughness);
   MinimizedFunction result;
   const auto world = findWorld(function, limits);
   if (world == nullptr) {

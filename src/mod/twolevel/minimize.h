@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <utility>
 
 #include "minimizer/cube_list.h"
 
@@ -39,6 +40,12 @@ struct MinimizedCover {
   CoverState state = CoverState::Unknown;
   std::size_t bound = 0;  // no cover has fewer cubes; equal to their number for a Minimum
 };
+
+/// Cubes with a bound: a Minimum where the two meet, else as the caller says.
+inline MinimizedCover boundedCover(CubeList cubes, std::size_t bound, CoverState otherwise) {
+  const bool isMinimum = cubes.size() == bound;
+  return {std::move(cubes), isMinimum ? CoverState::Minimum : otherwise, bound};
+}
 
 struct MinimizedFunction {
   MinimizedCover on;

@@ -51,8 +51,9 @@ std::optional<CubeList> primesMeeting(Diagram& diagram, Diagram::Edge upper, Dia
 std::optional<MinimizedCover> minimumCover(const CoverTask& task, const Essentials& parted,
                                            std::size_t cutoff, const WorkLimits& limits) {
   const std::size_t known = parted.essential.size();
-  MinimizedCover result = {parted.essential, CoverState::Minimum, known};
-  if (parted.open == Diagram::zero) return result;
+  if (parted.open == Diagram::zero) {
+    return MinimizedCover{parted.essential, CoverState::Minimum, known};
+  }
   const auto primes = primesMeeting(task.diagram, task.upper, parted.open, limits);
   if (!primes) return std::nullopt;
   auto rows = coveringRows(task.diagram, parted.open, *primes, limits.rows);
@@ -60,10 +61,9 @@ std::optional<MinimizedCover> minimumCover(const CoverTask& task, const Essentia
   CoveringWork work = coveringWork(limits);
   const Covering covering =
       solveCovering(std::move(*rows), primes->size(), cutoff - std::min(cutoff, known), work);
-  for (const std::uint32_t number : covering.columns) result.cubes.push_back((*primes)[number]);
-  result.bound = known + covering.bound;
-  if (result.bound < result.cubes.size()) result.state = CoverState::Improved;
-  return result;
+  CubeList cubes = parted.essential;
+  for (const std::uint32_t number : covering.columns) cubes.push_back((*primes)[number]);
+  return boundedCover(std::move(cubes), known + covering.bound, CoverState::Improved);
 }
 
 }  // namespace ostrel

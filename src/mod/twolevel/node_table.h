@@ -5,6 +5,7 @@
 #pragma once
 
 #include <array>
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -34,12 +35,17 @@ class NodeTable {
   }
 
  private:
+  // A comparison of arrays is a call into a library.
+  static bool isEqual(const Node& a, const Node& b) {
+    return a[1] == b[1] && a[2] == b[2] && a[3] == b[3] && a[0] == b[0];
+  }
+
   std::size_t find(const Node& node) const {
     const std::size_t mask = slots_.size() - 1;
     std::uint64_t hash = (std::uint64_t{node[0]} << 32U | node[1]) * factors_[0];
     hash = mixBits(hash + (std::uint64_t{node[2]} << 32U | node[3]) * factors_[1]);
     std::size_t i = static_cast<std::size_t>(hash) & mask;
-    while (slots_[i] != 0 && nodes_[slots_[i] - 1] != node) i = (i + 1) & mask;
+    while (slots_[i] != 0 && !isEqual(nodes_[slots_[i] - 1], node)) i = (i + 1) & mask;
     return i;
   }
 
@@ -55,28 +61,29 @@ class NodeTable {
   std::vector<std::uint32_t> slots_ = std::vector<std::uint32_t>(256, 0);  // number + 1, 0 if free
 };
 
-/// Results by a pair of operands. It forgets: a new result takes the place of an older one.
+/// Results by a pair of operands, the first of which isn't 0. It forgets: a new result takes the
+/// place of an older one.
 class ResultCache {
  public:
   std::optional<std::uint64_t> find(std::uint32_t a, std::uint32_t b) const {
+    assert(a != 0);
     const Entry& entry = entries_[place(a, b)];
-    if (!entry.isUsed || entry.a != a || entry.b != b) return std::nullopt;
+    if (entry.a != a || entry.b != b) return std::nullopt;
     return entry.result;
   }
 
   void store(std::uint32_t a, std::uint32_t b, std::uint64_t result) {
     if (++stored_ > entries_.size() && entries_.size() < maxSize) grow();
-    entries_[place(a, b)] = {a, b, result, true};
+    entries_[place(a, b)] = {a, b, result};
   }
 
  private:
   static constexpr std::size_t maxSize = std::size_t{1} << 20U;
 
   struct Entry {
-    std::uint32_t a = 0;
+    std::uint32_t a = 0;  // 0 where there is none
     std::uint32_t b = 0;
     std::uint64_t result = 0;
-    bool isUsed = false;
   };
 
   std::size_t place(std::uint32_t a, std::uint32_t b) const {
@@ -87,7 +94,7 @@ class ResultCache {
     std::vector<Entry> old(entries_.size() * 4);
     old.swap(entries_);
     for (const Entry& entry : old) {
-      if (entry.isUsed) entries_[place(entry.a, entry.b)] = entry;
+      if (entry.a != 0) entries_[place(entry.a, entry.b)] = entry;
     }
   }
 

@@ -45,8 +45,9 @@ class Raising {
     return cubes;
   }
 
-  /// Leaves out what the others cover together with the free points.
-  void thin(CubeList& cubes) {
+  /// Leaves out what the others cover together with the free points, with an effort of its own.
+  void thin(CubeList& cubes, std::size_t steps) {
+    effort_ = Effort(steps);
     CubeList all = cubes;
     if (!function_.off) {
       all.insert(all.end(), function_.dontCare.begin(), function_.dontCare.end());
@@ -96,9 +97,9 @@ class Raising {
 }  // namespace
 
 MinimizedCover raiseRows(const PartialFunction& function, const WorkLimits& limits) {
-  Raising raising(function, limits.iterationSteps);
+  Raising raising(function, limits.raisingSteps);
   MinimizedCover result = {raising.run(), CoverState::Given, 0};
-  raising.thin(result.cubes);
+  raising.thin(result.cubes, limits.raisingSteps);
   return result;
 }
 

@@ -11,7 +11,6 @@ namespace ostrel {
 
 struct WorkLimits {
   std::array<std::size_t, 3> diagramNodes;  // of the first, second and third try of all orders
-  std::size_t columns;                      // more give no diagram: its recursion is as deep
   std::size_t workNodes;                    // of the same diagram in each later step
   std::size_t listedCubes;                  // covers with more are not worked on
   std::size_t primeNodes;                   // of the graph of all primes
@@ -20,52 +19,56 @@ struct WorkLimits {
   std::size_t tableSteps;                   // to make it
   std::size_t firstLookSteps;               // to reduce and price it
   std::size_t searchSteps;                  // and to try columns one by one
-  std::size_t iterationSteps;               // of the loop of reduce, expand, irredundant
+  std::size_t iterationSteps;               // of the loop over covers
+  std::size_t raisingSteps;                 // to raise and to thin out rows without a diagram
   std::size_t starts;                       // of the loop, each in an order of its own
 };
 
-constexpr WorkLimits workLimits(Thoroughness thoroughness) {
-  WorkLimits limits = {{4'000, 30'000, 150'000},
-                       512,
-                       300'000,
-                       4'000,
-                       100'000,
-                       12'000,
-                       8'000,
-                       3'000'000,
-                       30'000'000,
-                       4'000'000,
-                       5'000'000,
-                       2};
-  if (thoroughness == Thoroughness::Fast) {
-    limits = {{4'000, 20'000, 0},
-              512,
-              20'000,
-              1'000,
-              4'000,
-              400,
-              1'000,
-              50'000,
-              300'000,
-              100'000,
-              500'000,
-              1};
-  }
-  if (thoroughness == Thoroughness::Deep) {
-    limits = {{4'000, 30'000, 300'000},
-              512,
-              1'000'000,
-              20'000,
-              500'000,
-              30'000,
-              30'000,
-              20'000'000,
-              300'000'000,
-              200'000'000,
-              40'000'000,
-              6};
-  }
-  return limits;
+/// More columns than these give no diagram, since its recursion is as deep.
+constexpr std::size_t maxDiagramColumns = 512;
+
+constexpr WorkLimits fastLimits = {.diagramNodes = {4'000, 20'000, 0},
+                                   .workNodes = 20'000,
+                                   .listedCubes = 1'000,
+                                   .primeNodes = 10'000,
+                                   .primes = 1'000,
+                                   .rows = 1'000,
+                                   .tableSteps = 100'000,
+                                   .firstLookSteps = 2'000'000,
+                                   .searchSteps = 100'000,
+                                   .iterationSteps = 200'000,
+                                   .raisingSteps = 1'000'000,
+                                   .starts = 1};
+
+constexpr WorkLimits normalLimits = {.diagramNodes = {4'000, 30'000, 150'000},
+                                     .workNodes = 300'000,
+                                     .listedCubes = 10'000,
+                                     .primeNodes = 100'000,
+                                     .primes = 12'000,
+                                     .rows = 10'000,
+                                     .tableSteps = 1'500'000,
+                                     .firstLookSteps = 30'000'000,
+                                     .searchSteps = 4'000'000,
+                                     .iterationSteps = 1'500'000,
+                                     .raisingSteps = 10'000'000,
+                                     .starts = 2};
+
+constexpr WorkLimits deepLimits = {.diagramNodes = {4'000, 30'000, 300'000},
+                                   .workNodes = 600'000,
+                                   .listedCubes = 20'000,
+                                   .primeNodes = 300'000,
+                                   .primes = 30'000,
+                                   .rows = 30'000,
+                                   .tableSteps = 20'000'000,
+                                   .firstLookSteps = 300'000'000,
+                                   .searchSteps = 200'000'000,
+                                   .iterationSteps = 40'000'000,
+                                   .raisingSteps = 100'000'000,
+                                   .starts = 6};
+
+constexpr const WorkLimits& workLimits(Thoroughness thoroughness) {
+  if (thoroughness == Thoroughness::Fast) return fastLimits;
+  return thoroughness == Thoroughness::Normal ? normalLimits : deepLimits;
 }
 
 }  // namespace ostrel
