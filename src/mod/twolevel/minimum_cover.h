@@ -6,7 +6,7 @@
 
 #include "twolevel/covering.h"
 #include "twolevel/diagram.h"
-#include "twolevel/minimize.h"
+#include "twolevel/partial_function.h"
 #include "twolevel/work_limits.h"
 
 namespace ostrel {

@@ -1,7 +1,7 @@
 // What is left to do where no diagram of a function fits.
 #pragma once
 
-#include "twolevel/minimize.h"
+#include "twolevel/partial_function.h"
 #include "twolevel/work_limits.h"
 
 namespace ostrel {

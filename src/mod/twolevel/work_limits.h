@@ -5,9 +5,10 @@
 #include <array>
 #include <cstddef>
 
-#include "twolevel/minimize.h"
-
 namespace ostrel {
+
+/// How much work may be done for one function.
+enum class Thoroughness { Fast, Normal, Deep };
 
 struct WorkLimits {
   std::array<std::size_t, 3> diagramNodes;  // of the first, second and third try of all orders
