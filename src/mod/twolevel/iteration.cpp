@@ -1,22 +1,20 @@
-// Idea. Reduce the cubes of a cover, one after the other, to what they are needed for, and take all
-// primes around what is left of each. Among these and the cover itself the fewest that cover the
-// function are found by a covering table; with all ways of expanding in it, that is expand,
-// irredundant and last gasp in one step. Go on while it helps, in another order when it doesn't.
-// (After the loop of Espresso, Brayton et al., 1984, with the choices left to a covering problem as
-// in Rudell, Sangiovanni-Vincentelli, Multiple-valued minimization for PLA optimization, 1987.)
+// Idea. Each cube of a cover is needed for the points that no other one covers; all primes around
+// these are taken together with the cover itself, and the fewest that cover the function are found
+// by a covering table. With every way of expanding in it, that is expand, irredundant and last gasp
+// in one step. Go on while it helps. (After the loop of Espresso, Brayton et al., 1984, with the
+// choices left to a covering problem as in Rudell, Sangiovanni-Vincentelli, Multiple-valued
+// minimization for PLA optimization, 1987.)
 //
-// Example. a' b + b' c + a c' may also be covered by a b' + b c' + a' c. Reduced, a' b is
-// a' b c' at first and lies in a' b and b c'; these and the like for the others are the table.
+// Example. a' b + b' c + a c' + b c': the last two are needed for a b' c' and nothing, and so on;
+// around a b' c' lie the primes a c' and a b', and among all six two rounds of three are left.
 //
 // Cost. For each round the reduction, a small graph of primes for each cube, a table and its
-// solution, all within the effort.
+// solution, all within the effort. Where the table gets too large, fewer primes are taken.
 //
-// Order. Cubes are reduced in the order of the list, in that of falling size, or backwards; each
-// order of ties is kept. Equal covers: the first that was found stays.
+// Order. The cover comes first in the table, so that it keeps its cubes where nothing is better.
 #include "twolevel/iteration.h"
 
 #include <algorithm>
-#include <numeric>
 #include <utility>
 
 #include "minimizer/term_table.h"
@@ -29,19 +27,6 @@ namespace ostrel {
 
 namespace {
 
-/// The places of a list in the order of one start.
-std::vector<std::size_t> placesOf(const CubeList& cubes, std::size_t start) {
-  std::vector<std::size_t> places(cubes.size());
-  std::iota(places.begin(), places.end(), 0U);
-  if (start % 2 == 1) std::reverse(places.begin(), places.end());
-  if (start % 3 != 2) {
-    std::stable_sort(places.begin(), places.end(), [&](std::size_t a, std::size_t b) {
-      return cubes[a].literalCount() < cubes[b].literalCount();
-    });
-  }
-  return places;
-}
-
 class Iteration {
  public:
   Iteration(const CoverTask& task, Diagram::Edge lower, const WorkLimits& limits)
@@ -49,39 +34,41 @@ class Iteration {
 
   void run(CubeList& cover) {
     CoveringWork covering = coveringWork(limits_);
-    for (std::size_t start = 0; start < limits_.starts && !diagram_.effort().isSpent(); ++start) {
-      while (improve(cover, start, covering)) {
-      }
+    while (improve(cover, covering)) {
     }
   }
 
  private:
   /// True if the cover has become shorter.
-  bool improve(CubeList& cover, std::size_t start, CoveringWork& covering) {
-    const CubeList reduced = reduceCover(diagram_, lower_, cover, placesOf(cover, start));
+  bool improve(CubeList& cover, CoveringWork& covering) {
+    const CubeList reduced = reducedCubes(diagram_, lower_, cover);
     for (const std::size_t each : {64U, 8U, 1U}) {
-      const auto choice = pool(cover, reduced, each);
-      if (!choice) return false;
-      auto rows = coveringRows(diagram_, lower_, *choice, limits_.rows);
+      // A third of what is left is kept for the table, so that primes found late aren't lost.
+      const std::size_t kept = diagram_.effort().left() / 3;
+      diagram_.effort().spend(kept);
+      const CubeList choice = pool(cover, reduced, each);
+      diagram_.effort() = Effort(diagram_.effort().left() + kept);
+      auto rows = coveringRows(diagram_, lower_, choice, limits_.rows);
       if (!rows) continue;
       const Covering chosen =
-          solveCovering(std::move(*rows), choice->size(), cover.size(), covering);
+          solveCovering(std::move(*rows), choice.size(), cover.size(), covering);
       if (chosen.columns.size() >= cover.size()) return false;
       cover.clear();
-      for (const std::uint32_t number : chosen.columns) cover.push_back((*choice)[number]);
+      for (const std::uint32_t number : chosen.columns) cover.push_back(choice[number]);
       return true;
     }
     return false;
   }
 
-  /// The cover and, for each reduced cube, at most `each` primes around it.
-  std::optional<CubeList> pool(const CubeList& cover, const CubeList& reduced, std::size_t each) {
+  /// The cover and, for each reduced cube, at most `each` primes around it, as far as the effort
+  /// goes.
+  CubeList pool(const CubeList& cover, const CubeList& reduced, std::size_t each) {
     TermTable terms(diagram_.width());
     for (const Cube& cube : cover) terms.term(cube);
     for (const Cube& cube : reduced) {
       CoverGraph graph(limits_.primeNodes, diagram_.effort());
       const CoverGraph::Set primes = primesHolding(diagram_, graph, upper_, cube);
-      if (diagram_.effort().isSpent()) return std::nullopt;
+      if (diagram_.effort().isSpent()) break;
       for (const Cube& prime : graph.first(primes, each)) terms.term(prime);
     }
     CubeList result;

@@ -13,10 +13,8 @@ namespace ostrel {
 /// The smallest cube that holds all points of f, which is not constant 0.
 Cube supercube(const Diagram& diagram, Diagram::Edge f);
 
-/// The cubes of a cover of `lower`, taken in the order of `places` and each made as small as the
-/// others, as they are then, allow; they still cover `lower`. A cube that nothing is left of isn't
-/// in the answer. Anything where the effort of the diagram ends.
-CubeList reduceCover(Diagram& diagram, Diagram::Edge lower, std::span<const Cube> cover,
-                     std::span<const std::size_t> places);
+/// For each cube of a cover of `lower` the smallest cube that holds the points of `lower` which no
+/// other cube holds; none for a cube without such points. Anything where the effort ends.
+CubeList reducedCubes(Diagram& diagram, Diagram::Edge lower, std::span<const Cube> cover);
 
 }  // namespace ostrel

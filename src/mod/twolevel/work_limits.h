@@ -22,7 +22,6 @@ struct WorkLimits {
   std::size_t searchSteps;                  // and to try columns one by one
   std::size_t iterationSteps;               // of the loop over covers
   std::size_t raisingSteps;                 // to raise and to thin out rows without a diagram
-  std::size_t starts;                       // of the loop, each in an order of its own
 };
 
 /// More columns than these give no diagram, since its recursion is as deep.
@@ -38,21 +37,19 @@ constexpr WorkLimits fastLimits = {.diagramNodes = {4'000, 20'000, 0},
                                    .firstLookSteps = 2'000'000,
                                    .searchSteps = 100'000,
                                    .iterationSteps = 200'000,
-                                   .raisingSteps = 1'000'000,
-                                   .starts = 1};
+                                   .raisingSteps = 1'000'000};
 
 constexpr WorkLimits normalLimits = {.diagramNodes = {4'000, 30'000, 150'000},
-                                     .workNodes = 300'000,
+                                     .workNodes = 200'000,
                                      .listedCubes = 10'000,
                                      .primeNodes = 100'000,
                                      .primes = 12'000,
                                      .rows = 10'000,
-                                     .tableSteps = 1'500'000,
-                                     .firstLookSteps = 30'000'000,
+                                     .tableSteps = 1'000'000,
+                                     .firstLookSteps = 25'000'000,
                                      .searchSteps = 4'000'000,
-                                     .iterationSteps = 1'500'000,
-                                     .raisingSteps = 10'000'000,
-                                     .starts = 2};
+                                     .iterationSteps = 1'200'000,
+                                     .raisingSteps = 10'000'000};
 
 constexpr WorkLimits deepLimits = {.diagramNodes = {4'000, 30'000, 300'000},
                                    .workNodes = 600'000,
@@ -64,8 +61,7 @@ constexpr WorkLimits deepLimits = {.diagramNodes = {4'000, 30'000, 300'000},
                                    .firstLookSteps = 300'000'000,
                                    .searchSteps = 200'000'000,
                                    .iterationSteps = 40'000'000,
-                                   .raisingSteps = 100'000'000,
-                                   .starts = 6};
+                                   .raisingSteps = 100'000'000};
 
 constexpr const WorkLimits& workLimits(Thoroughness thoroughness) {
   if (thoroughness == Thoroughness::Fast) return fastLimits;
