@@ -181,7 +181,12 @@ MinimizedFunction minimize(const PartialFunction& function, WantedSets wanted,
     if (cover.state == CoverState::Unknown) cover = world->irredundant(isOn, limit);
     if (wanted == WantedSets::Smaller) cutoff = cover.cubes.size();
   }
-  if (result.on.state == CoverState::Unknown) result.on = {function.on, CoverState::Given, 0};
+  const bool isLonger = result.on.cubes.size() > function.on.size();
+  if (result.on.state == CoverState::Unknown || isLonger) {
+    const std::size_t bound = result.on.bound;
+    result.on = raiseRows(function, limits);
+    result.on.bound = bound;
+  }
   return result;
 }
 

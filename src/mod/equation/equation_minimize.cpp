@@ -1,0 +1,51 @@
+// The two-level minimisation of one Equation.
+//
+// Idea. Both sets go as cubes to the minimisation, which knows no Equations, and come back as
+// terms. What the file leaves open is free: its "-", and what neither set holds where both are
+// there.
+//
+// Example. ON = 11, OFF = 00 of two columns leaves two points free: ON becomes 1-, OFF 0-.
+//
+// Cost. That of the minimisation, which has its own limits.
+//
+// Order. Terms stand in the order that the minimisation gives.
+#include <utility>
+
+#include "equation/equation.h"
+
+namespace ostrel {
+namespace {
+
+CubeList cubesOf(const TermChain& chain, const TermTable& terms) {
+  CubeList cubes;
+  cubes.reserve(chain.size());
+  for (const Term term : chain) cubes.push_back(terms.cube(term));
+  return cubes;
+}
+
+TermChain termsOf(const CubeList& cubes, TermTable& terms) {
+  TermChain chain;
+  chain.reserve(cubes.size());
+  for (const Cube& cube : cubes) chain.push_back(terms.term(cube));
+  return chain;
+}
+
+}  // namespace
+
+CoverState Equation::minimize(WantedSets wanted, Thoroughness thoroughness) {
+  if (isEmpty() || isConstant(Constant::Either)) return CoverState::Minimum;
+  const bool isOffOnly = onSet_.empty();
+  if (isOffOnly) swapSets();
+  PartialFunction function = {cubesOf(onSet_, *terms_), cubesOf(freeTerms_, *terms_), {}};
+  if (!offSet_.empty()) function.off = cubesOf(offSet_, *terms_);
+  if (isOffOnly && wanted == WantedSets::On) wanted = WantedSets::Off;
+  const MinimizedFunction result = ostrel::minimize(function, wanted, thoroughness);
+  onSet_ = termsOf(result.on.cubes, *terms_);
+  if (result.off.state != CoverState::Unknown) offSet_ = termsOf(result.off.cubes, *terms_);
+  if (isOffOnly) swapSets();
+  freeTerms_.clear();
+  support_ = {};
+  return onSet_.size() <= offSet_.size() || offSet_.empty() ? result.on.state : result.off.state;
+}
+
+}  // namespace ostrel
