@@ -8,7 +8,9 @@
 //
 // Cost. That of the minimisation, which has its own limits.
 //
-// Order. Terms stand in the order that the minimisation gives.
+// Order. Terms with few literals first, equally long ones by the age of their handles: in this
+// order functions that have terms in common name them alike, which is what splitting shares by.
+#include <algorithm>
 #include <utility>
 
 #include "equation/equation.h"
@@ -27,6 +29,11 @@ TermChain termsOf(const CubeList& cubes, TermTable& terms) {
   TermChain chain;
   chain.reserve(cubes.size());
   for (const Cube& cube : cubes) chain.push_back(terms.term(cube));
+  std::sort(chain.begin(), chain.end(), [&](Term a, Term b) {
+    const std::size_t literals = terms.cube(a).literalCount();
+    const std::size_t others = terms.cube(b).literalCount();
+    return literals != others ? literals < others : a < b;
+  });
   return chain;
 }
 
