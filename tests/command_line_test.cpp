@@ -101,10 +101,10 @@ TEST(CommandLine, LeavesInTheOptions) {
       {"--lossless=yes --loss --lossless2 --xor --= -lossless", ""},
       {"-input --lossless x", "in=x out=y lossless=1 "},
       {"--minimize fast --minimiz=deep --minimize2", "minimize=2 "},
-      {"--Minimize=FAST", "minimize=1 "},
+      {"--Minimize=FAST --lossless", "lossless=1 minimize=1 "},
       {"--minimize=deep -xor", "xor=1 minimize=3 "},
       {"--minimize=deep --minimize=deeper", "minimize=2 "},
-      {"--minimize=", "minimize=2 "},
+      {"--minimize= -xor", "xor=1 minimize=2 "},
   };
   for (const auto& row : table) {
     const CommandLine line = parseCommandLine(wordsOf(row.line));

@@ -7,23 +7,13 @@
 
 #include "design/passes.h"
 #include "logic/kept_sets.h"
+#include "logic/thoroughness.h"
 #include "run/heart.h"
 #include "run/log.h"
 #include "run/options.h"
 
 namespace ostrel {
 namespace {
-
-Thoroughness thoroughness() {
-  switch (options().minimize) {
-    case MinimizeEffort::Fast:
-      return Thoroughness::Fast;
-    case MinimizeEffort::Deep:
-      return Thoroughness::Deep;
-    default:
-      return Thoroughness::Normal;
-  }
-}
 
 /// The sets that later steps may keep of a slot. The layout of a pair weighs both of each half.
 WantedSets wantedSets(const Signal& signal, Slot slot) {

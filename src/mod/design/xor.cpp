@@ -19,7 +19,7 @@ void synthesizeXor(Design& design, XorTurn turn) {
     if (signal->registerType == RegisterType::REG_T && opts.noXorOnT) continue;
     if (signal->hasXorPair() || (turn == XorTurn::NewLogic && signal->xorTried)) continue;
     signal->xorTried = true;
-    synthesizeXor(*signal);
+    opts.minimize == MinimizeEffort::None ? synthesizeXor(*signal) : synthesizeXorWidely(*signal);
   }
 }
 

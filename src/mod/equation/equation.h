@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <utility>
 
 #include "fil/pla_file.h"
 #include "fil/status.h"
@@ -126,6 +127,12 @@ class Equation {
   /// that is less, and a larger set may stay or go missing. Gives the work's own word for it.
   /// (minimize.h of the two-level minimisation.)
   CoverState minimize(WantedSets wanted, Thoroughness thoroughness);
+
+  /// A pair with one term on the left and fewer than `termLimit` terms in all, or nothing; found by
+  /// a wider search than that of decomposeXor. The right operand may be inverted if `mayTurn`. For
+  /// an Equation that isn't inverted and has an ON set.
+  std::optional<std::pair<Equation, Equation>> findXorPair(int termLimit, bool mayTurn,
+                                                           Thoroughness thoroughness) const;
 
   // ---- columns ----
 

@@ -14,6 +14,7 @@
 #include <utility>
 
 #include "equation/equation.h"
+#include "twolevel/xor_pair.h"
 
 namespace ostrel {
 namespace {
@@ -53,6 +54,24 @@ CoverState Equation::minimize(WantedSets wanted, Thoroughness thoroughness) {
   freeTerms_.clear();
   support_ = {};
   return onSet_.size() <= offSet_.size() || offSet_.empty() ? result.on.state : result.off.state;
+}
+
+std::optional<std::pair<Equation, Equation>> Equation::findXorPair(
+    int termLimit, bool mayTurn, Thoroughness thoroughness) const {
+  if (termLimit < 3) return std::nullopt;
+  const auto limit = static_cast<std::size_t>(termLimit) - 1;
+  const auto pair = ostrel::findXorPair(cubesOf(onSet_, *terms_), cubesOf(offSet_, *terms_), limit,
+                                        mayTurn, thoroughness);
+  if (!pair) return std::nullopt;
+  std::pair<Equation, Equation> operands = {Equation(*terms_), Equation(*terms_)};
+  auto& [left, right] = operands;
+  left.onSet_ = {terms_->term(pair->left)};
+  right.onSet_ = termsOf(pair->right, *terms_);
+  left.extension = right.extension = Extension::None;
+  left.xorRole = XorHalf::Left;
+  right.xorRole = XorHalf::Right;
+  if (pair->isTurned) right.polarity = Polarity::Inverted;
+  return operands;
 }
 
 }  // namespace ostrel

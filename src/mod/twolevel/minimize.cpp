@@ -16,51 +16,28 @@
 #include <memory>
 #include <utility>
 
-#include "twolevel/column_order.h"
 #include "twolevel/cover_graph.h"
 #include "twolevel/iteration.h"
 #include "twolevel/minimum_cover.h"
 #include "twolevel/raise_rows.h"
+#include "twolevel/renamed.h"
 
 namespace ostrel {
 
 namespace {
 
-/// The cubes of a function with the columns of a diagram, in its order, and the way back.
-class Renamed {
- public:
-  Renamed(const PartialFunction& function, ColumnOrder order) {
-    CubeList all = function.on;
-    const CubeList& others = function.off ? *function.off : function.dontCare;
-    all.insert(all.end(), others.begin(), others.end());
-    columns_ = orderedColumns(all, order);
-    levels_.resize(columns_.empty() ? 0 : *std::max_element(columns_.begin(), columns_.end()) + 1U);
-    for (std::size_t i = 0; i < columns_.size(); ++i) {
-      levels_[columns_[i]] = static_cast<std::uint32_t>(i);
-    }
-  }
-
-  std::size_t width() const { return columns_.size(); }
-  CubeList toLevels(const CubeList& cubes) const { return mapped(cubes, levels_); }
-  CubeList toColumns(const CubeList& cubes) const { return mapped(cubes, columns_); }
-
- private:
-  static CubeList mapped(const CubeList& cubes, const std::vector<std::uint32_t>& map) {
-    CubeList result;
-    result.reserve(cubes.size());
-    for (const Cube& cube : cubes) result.push_back(remapCube(cube, map));
-    return result;
-  }
-
-  std::vector<std::uint32_t> columns_;
-  std::vector<std::uint32_t> levels_;
-};
+CubeList allCubes(const PartialFunction& function) {
+  CubeList all = function.on;
+  const CubeList& others = function.off ? *function.off : function.dontCare;
+  all.insert(all.end(), others.begin(), others.end());
+  return all;
+}
 
 /// The function as diagrams, with an irredundant cover of each set.
 class World {
  public:
   World(const PartialFunction& function, ColumnOrder order, std::size_t nodes)
-      : names_(function, order),
+      : names_(allCubes(function), order),
         effort_(nodes * 40 + 2 * names_.width() * function.on.size()),
         diagram_(names_.width(), nodes, effort_),
         covers_(nodes, effort_) {
@@ -138,9 +115,8 @@ class World {
 /// The function in the first order that needs few nodes; none where all need too many.
 std::unique_ptr<World> findWorld(const PartialFunction& function, const WorkLimits& limits) {
   for (const std::size_t nodes : limits.diagramNodes) {
-    for (const ColumnOrder order :
-         {ColumnOrder::ByAttraction, ColumnOrder::MostUsedFirst, ColumnOrder::AsGiven}) {
-      if (Renamed(function, order).width() > maxDiagramColumns) return nullptr;
+    for (const ColumnOrder order : columnOrders) {
+      if (Renamed(allCubes(function), order).width() > maxDiagramColumns) return nullptr;
       auto world = std::make_unique<World>(function, order, nodes);
       if (world->isDone()) return world;
     }

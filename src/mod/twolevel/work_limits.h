@@ -21,6 +21,7 @@ struct WorkLimits {
   std::size_t firstLookSteps;               // to reduce and price it
   std::size_t searchSteps;                  // and to try columns one by one
   std::size_t iterationSteps;               // of the loop over covers
+  std::size_t xorSteps;                     // to rank what may stand left of an exclusive OR
   std::size_t raisingSteps;                 // to raise and to thin out rows without a diagram
 };
 
@@ -37,6 +38,7 @@ constexpr WorkLimits fastLimits = {.diagramNodes = {4'000, 20'000, 0},
                                    .firstLookSteps = 2'000'000,
                                    .searchSteps = 100'000,
                                    .iterationSteps = 200'000,
+                                   .xorSteps = 300'000,
                                    .raisingSteps = 1'000'000};
 
 constexpr WorkLimits normalLimits = {.diagramNodes = {4'000, 30'000, 150'000},
@@ -49,6 +51,7 @@ constexpr WorkLimits normalLimits = {.diagramNodes = {4'000, 30'000, 150'000},
                                      .firstLookSteps = 25'000'000,
                                      .searchSteps = 4'000'000,
                                      .iterationSteps = 1'200'000,
+                                     .xorSteps = 500'000,
                                      .raisingSteps = 10'000'000};
 
 constexpr WorkLimits deepLimits = {.diagramNodes = {4'000, 30'000, 300'000},
@@ -61,6 +64,7 @@ constexpr WorkLimits deepLimits = {.diagramNodes = {4'000, 30'000, 300'000},
                                    .firstLookSteps = 300'000'000,
                                    .searchSteps = 200'000'000,
                                    .iterationSteps = 40'000'000,
+                                   .xorSteps = 10'000'000,
                                    .raisingSteps = 100'000'000};
 
 constexpr const WorkLimits& workLimits(Thoroughness thoroughness) {
