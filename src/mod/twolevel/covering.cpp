@@ -148,8 +148,8 @@ void leaveOut(const Rows& rows, std::size_t columnCount, std::vector<std::uint32
 
 }  // namespace
 
-Covering solveCovering(std::vector<CoveringRow> rows, std::size_t columnCount, std::size_t cutoff,
-                       CoveringWork& work) {
+Covering solveCovering(const std::vector<CoveringRow>& rows, std::size_t columnCount,
+                       std::size_t cutoff, CoveringWork& work) {
   assert(!hasEmpty(rows));
   Covering result = Search(columnCount, work).solve(rows, cutoff, 0);
   leaveOut(rows, columnCount, result.columns);

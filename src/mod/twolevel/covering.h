@@ -27,8 +27,8 @@ struct CoveringWork {
 /// Meets each of the rows, none of which is empty, with columns below `columnCount`; no column of
 /// the answer can be left out. Where the effort ends the choice is the best so far. Only choices of
 /// fewer columns than `cutoff` are looked for; the bound may be as low as that where there is none.
-Covering solveCovering(std::vector<CoveringRow> rows, std::size_t columnCount, std::size_t cutoff,
-                       CoveringWork& work);
+Covering solveCovering(const std::vector<CoveringRow>& rows, std::size_t columnCount,
+                       std::size_t cutoff, CoveringWork& work);
 
 /// A covering problem after rows and columns went that decide nothing.
 struct ReducedTable {

@@ -50,8 +50,7 @@ class Iteration {
       diagram_.effort() = Effort(diagram_.effort().left() + kept);
       auto rows = coveringRows(diagram_, lower_, choice, limits_.rows);
       if (!rows) continue;
-      const Covering chosen =
-          solveCovering(std::move(*rows), choice.size(), cover.size(), covering);
+      const Covering chosen = solveCovering(*rows, choice.size(), cover.size(), covering);
       if (chosen.columns.size() >= cover.size()) return false;
       cover.clear();
       for (const std::uint32_t number : chosen.columns) cover.push_back(choice[number]);

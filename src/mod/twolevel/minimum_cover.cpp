@@ -60,7 +60,7 @@ std::optional<MinimizedCover> minimumCover(const CoverTask& task, const Essentia
   if (!rows) return std::nullopt;
   CoveringWork work = coveringWork(limits);
   const Covering covering =
-      solveCovering(std::move(*rows), primes->size(), cutoff - std::min(cutoff, known), work);
+      solveCovering(*rows, primes->size(), cutoff - std::min(cutoff, known), work);
   CubeList cubes = parted.essential;
   for (const std::uint32_t number : covering.columns) cubes.push_back((*primes)[number]);
   return boundedCover(std::move(cubes), known + covering.bound, CoverState::Improved);
