@@ -138,6 +138,11 @@ MinimizedFunction minimize(const PartialFunction& function, WantedSets wanted,
                            Thoroughness thoroughness) {
   const WorkLimits& limits = workLimits(thoroughness);
   MinimizedFunction result;
+  if (function.on.size() + (function.off ? function.off->size() : function.dontCare.size()) >
+      maxRows) {
+    result.on = {function.on, CoverState::Given, 0};
+    return result;
+  }
   const auto world = findWorld(function, limits);
   if (world == nullptr) {
     result.on = raiseRows(function, limits);

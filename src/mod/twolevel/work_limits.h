@@ -25,6 +25,9 @@ struct WorkLimits {
   std::size_t raisingSteps;                 // to raise and to thin out rows without a diagram
 };
 
+/// More rows than these stay as they are: each copy of a million takes tens of megabytes.
+constexpr std::size_t maxRows = 200'000;
+
 /// More columns than these give no diagram, since its recursion is as deep.
 constexpr std::size_t maxDiagramColumns = 512;
 
