@@ -42,6 +42,7 @@ TermChain termsOf(const CubeList& cubes, TermTable& terms) {
 
 CoverState Equation::minimize(WantedSets wanted, Thoroughness thoroughness) {
   if (isEmpty() || isConstant(Constant::Either)) return CoverState::Minimum;
+  if (onSet_.size() + offSet_.size() > maxRows) return CoverState::Given;  // before they are copied
   const bool isOffOnly = onSet_.empty();
   if (isOffOnly) swapSets();
   PartialFunction function = {cubesOf(onSet_, *terms_), cubesOf(freeTerms_, *terms_), {}};
