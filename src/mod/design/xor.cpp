@@ -37,7 +37,7 @@ void synthesizeXor(Design& design, XorTurn turn) {
     if (signal->hasXorPair() || (turn == XorTurn::NewLogic && signal->xorTried)) continue;
     signal->xorTried = true;
     if (turn == XorTurn::NewLogic && wouldWiden(*signal)) continue;
-    synthesizeXor(*signal);
+    opts.minimize == MinimizeEffort::None ? synthesizeXor(*signal) : synthesizeXorWidely(*signal);
   }
 }
 

@@ -31,6 +31,7 @@ Status Equation::readColumn(const PlaFile& file, int column, ColumnSets sets) {
   phase = file.phaseOf(column);
   onSet_ = std::move(sets.on);
   offSet_ = std::move(sets.off);
+  freeTerms_ = std::move(sets.free);
   if (isEmpty() && file.type == PlaType::f) addOffTerm(terms_->term(Cube()));
   return Status::Ok;
 }
@@ -143,7 +144,7 @@ void Equation::swapExtension() {
 }
 
 void Equation::renumber(const std::vector<Term>& renumbered) {
-  for (TermChain* chain : {&onSet_, &offSet_}) {
+  for (TermChain* chain : {&onSet_, &offSet_, &freeTerms_}) {
     for (Term& term : *chain) {
       assert(term.index < renumbered.size());
       term = renumbered[term.index];

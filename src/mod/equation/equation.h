@@ -8,12 +8,14 @@
 
 #include <cstdint>
 #include <optional>
+#include <utility>
 
 #include "fil/pla_file.h"
 #include "fil/status.h"
 #include "minimizer/term_chain.h"
 #include "minimizer/term_table.h"
 #include "run/options.h"
+#include "twolevel/minimize.h"
 
 namespace ostrel {
 
@@ -24,6 +26,7 @@ enum class Constant : unsigned char { Zero, One, Either };
 struct ColumnSets {
   TermChain on;
   TermChain off;
+  TermChain free;  ///< "-"; read for --minimize alone
 };
 
 class ColumnMap;
@@ -124,6 +127,18 @@ class Equation {
   /// to be no smaller than the ON set is not worked out.
   bool reduceForSmaller(SetSelector selector);
 
+  /// Puts covers of few terms in the place of both sets, those of a complement where one is
+  /// missing; where both were given, points in neither are free. The sets keep what they have if
+  /// that is less, and a larger set may stay or go missing. Gives the work's own word for it.
+  /// (minimize.h of the two-level minimisation.)
+  CoverState minimize(WantedSets wanted, Thoroughness thoroughness);
+
+  /// A pair with one term on the left and fewer than `termLimit` terms in all, or nothing; found by
+  /// a wider search than that of decomposeXor. The right operand may be inverted if `mayTurn`. For
+  /// an Equation that isn't inverted and has an ON set.
+  std::optional<std::pair<Equation, Equation>> findXorPair(int termLimit, bool mayTurn,
+                                                           Thoroughness thoroughness) const;
+
   // ---- columns ----
 
   /// Replaces every term by its successor after a deletion of columns.
@@ -171,6 +186,7 @@ class Equation {
   TermTable* terms_;
   TermChain onSet_;
   TermChain offSet_;
+  TermChain freeTerms_;  // where the file says that the function may be either
   Support support_;
 };
 

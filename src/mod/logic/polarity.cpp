@@ -69,7 +69,8 @@ void choosePolarity(Signal& signal) {
 
 void normalizePolarity(Signal& signal) {
   for (const Slot index : allSlots) {
-    if (index == SlotLogic && !mayInvert(signal)) continue;
+    const bool isData = index == SlotLogic || index == SlotXorLeft || index == SlotXorRight;
+    if (isData && !mayInvert(signal)) continue;
     if (signal.slot(index) != nullptr) signal.slot(index)->normalizePolarity();
   }
 }

@@ -24,6 +24,9 @@ namespace ostrel {
 /// one that was there before included.
 bool synthesizeXor(Signal& signal);
 
+/// Likewise, and then a wider search for a pair of fewer terms still; for --minimize.
+bool synthesizeXorWidely(Signal& signal);
+
 /// Chooses the sets of an XOR pair and which operand stands on the left.
 void orderXorPair(Signal& signal);
 

@@ -3,10 +3,7 @@
 #include <cassert>
 
 namespace ostrel {
-namespace {
-
-/// The cube with each literal moved to the column that targets[its own column] names.
-Cube moved(const Cube& cube, const std::uint32_t* targets) {
+Cube remapCube(const Cube& cube, const std::uint32_t* targets) {
   // Neighbours mostly stay neighbours: a block is written when the next literal is in another one.
   Cube result;
   Cube::Block block;
@@ -27,8 +24,6 @@ Cube moved(const Cube& cube, const std::uint32_t* targets) {
   return result;
 }
 
-}  // namespace
-
 ColumnMap::ColumnMap(const ColumnSet& used, std::size_t width)
     : ranks_(std::make_unique_for_overwrite<std::uint32_t[]>(width)) {
   used.forEach([this, width](std::size_t column) {
@@ -39,14 +34,14 @@ ColumnMap::ColumnMap(const ColumnSet& used, std::size_t width)
 }
 
 Cube ColumnMap::compact(const Cube& cube) const {
-  const Cube result = moved(cube, ranks_.get());
+  const Cube result = remapCube(cube, ranks_.get());
   assert(widthOf(result) <= compactWidth());
   return result;
 }
 
 Cube ColumnMap::restore(const Cube& cube) const {
   assert(widthOf(cube) <= compactWidth());
-  return moved(cube, used_.data());
+  return remapCube(cube, used_.data());
 }
 
 }  // namespace ostrel

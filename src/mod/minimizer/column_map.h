@@ -14,6 +14,10 @@
 
 namespace ostrel {
 
+/// The cube with each literal moved to the column targets[its own column]; no two of them have one
+/// target.
+Cube remapCube(const Cube& cube, const std::uint32_t* targets);
+
 class ColumnMap {
  public:
   /// `used` are columns below `width`; their ranks in ascending order are the compact columns.
