@@ -14,7 +14,7 @@
 #include <utility>
 
 #include "equation/equation.h"
-#include "twolevel/xor_pair.h"
+#include "twolevel/cube_xor.h"
 
 namespace ostrel {
 namespace {
@@ -61,7 +61,7 @@ std::optional<std::pair<Equation, Equation>> Equation::findXorPair(
     int termLimit, bool mayTurn, Thoroughness thoroughness) const {
   if (termLimit < 3) return std::nullopt;
   const auto limit = static_cast<std::size_t>(termLimit) - 1;
-  const auto pair = ostrel::findXorPair(cubesOf(onSet_, *terms_), cubesOf(offSet_, *terms_), limit,
+  const auto pair = ostrel::findCubeXor(cubesOf(onSet_, *terms_), cubesOf(offSet_, *terms_), limit,
                                         mayTurn, thoroughness);
   if (!pair) return std::nullopt;
   std::pair<Equation, Equation> operands = {Equation(*terms_), Equation(*terms_)};

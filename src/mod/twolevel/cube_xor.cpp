@@ -11,7 +11,7 @@
 //
 // Order. Literals by column come first, then pairs, then cubes in their order. Ties go to the
 // candidate that was tried first.
-#include "twolevel/xor_pair.h"
+#include "twolevel/cube_xor.h"
 
 #include <algorithm>
 #include <utility>
@@ -133,7 +133,7 @@ class Ranking {
 
 }  // namespace
 
-std::optional<XorPair> findXorPair(std::span<const Cube> on, std::span<const Cube> off,
+std::optional<CubeXor> findCubeXor(std::span<const Cube> on, std::span<const Cube> off,
                                    std::size_t limit, bool mayTurn, Thoroughness thoroughness) {
   const WorkLimits& limits = workLimits(thoroughness);
   std::vector<Ranked> ranked;
@@ -144,7 +144,7 @@ std::optional<XorPair> findXorPair(std::span<const Cube> on, std::span<const Cub
     ranked = ranking.best(on, off, limit, mayTurn);
     break;
   }
-  std::optional<XorPair> best;
+  std::optional<CubeXor> best;
   for (Ranked& pair : ranked) {
     CubeList right =
         minimize({std::move(pair.right), {}, std::nullopt}, WantedSets::On, thoroughness).on.cubes;
