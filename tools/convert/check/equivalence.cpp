@@ -1,0 +1,231 @@
+// One miter for each function: both netlists as graphs over the same variables.
+//
+// Idea. Inputs, pins that can be off and registers are variables, by name; what a function drives
+// is replaced by the function, each in front of its readers. Every net has two literals, where it
+// is 1 and where it is 0; neither is a don't-care. A loop leaves no such order: then each function
+// net that both sides name is a variable too, and compared.
+//
+// Example. The source has c = a b, q.D = c ^ d, and in the file c was folded. Both give q.D as a
+// function of a, b and d; the question is whether they can differ.
+//
+// Cost. One question to the solver for each function that is not the same literal anyway.
+#include "convert/check/equivalence.h"
+
+#include <map>
+#include <unordered_map>
+
+#include "verify/proof/prover.h"
+
+namespace ostrel::convert {
+
+namespace {
+
+using verify::Graph;
+using verify::Literal;
+
+struct Rails {
+  Literal on = verify::falseLiteral;
+  Literal off = verify::trueLiteral;
+
+  Rails operator!() const { return {off, on}; }
+};
+
+using Variables = std::map<std::string, Literal>;
+
+class Side {
+ public:
+  Side(Graph& graph, const Netlist& netlist, Variables& variables, const Netlist* cuts)
+      : graph_(graph), netlist_(netlist), values_(netlist.nets.size()) {
+    std::unordered_map<std::string_view, const NetRecord*> others;
+    if (cuts != nullptr) {
+      for (const NetRecord& record : cuts->nets) others.emplace(record.name, &record);
+    }
+    for (std::size_t i = 0; i < netlist.nets.size(); ++i) {
+      const NetRecord& record = netlist.nets[i];
+      byName_.emplace(record.name, static_cast<Net>(i));
+      const auto other = others.find(record.name);
+      const bool isCut =
+          other != others.end() && std::holds_alternative<Function>(other->second->driver);
+      if (std::holds_alternative<Function>(record.driver) && !isCut) continue;
+      auto [place, isNew] = variables.try_emplace(record.name);
+      if (isNew) place->second = graph.variable();
+      values_[i] = {place->second, !place->second};
+      isFree_.insert_or_assign(static_cast<Net>(i), true);
+    }
+    std::optional<Net> loop;
+    for (const Net net : combinationalOrder(netlist, loop)) {
+      if (!isFree_.contains(net))
+        values_[net] = value(std::get<Function>(netlist.nets[net].driver));
+    }
+  }
+
+  const NetRecord* find(const std::string& name) const {
+    const auto found = byName_.find(name);
+    return found == byName_.end() ? nullptr : &netlist_.nets[found->second];
+  }
+
+  Rails value(const Function& function) {
+    Rails result;
+    for (const Sum& sum : function.operands) result = exclusiveOr(result, value(function, sum));
+    return result;
+  }
+
+  /// A control that is not there has a value all the same; a register that toggles has data.
+  Rails control(const std::optional<Function>& function, bool otherwise) {
+    if (function) return value(*function);
+    return otherwise ? !Rails{} : Rails{};
+  }
+  Rails data(const NetRecord& record) {
+    const auto& reg = std::get<Register>(record.driver);
+    const Rails given = value(reg.data);
+    return reg.toggles ? exclusiveOr(given, values_[byName_.at(record.name)]) : given;
+  }
+
+ private:
+  Rails exclusiveOr(Rails a, Rails b) {
+    const Literal on = graph_.either(graph_.both(a.on, b.off), graph_.both(a.off, b.on));
+    const bool isComplete = a.off == !a.on && b.off == !b.on;
+    return {on,
+            isComplete ? !on : graph_.either(graph_.both(a.on, b.on), graph_.both(a.off, b.off))};
+  }
+
+  Rails value(const Function& function, const CubeList& cubes) {
+    std::vector<Literal> ones;
+    std::vector<Literal> zeros;
+    for (const Cube& cube : cubes) {
+      std::vector<Literal> all;
+      std::vector<Literal> any;
+      cube.forEachLiteral([&](std::size_t column, char sense) {
+        const Rails v = values_[function.inputs[column]];
+        all.push_back(sense == '1' ? v.on : v.off);
+        any.push_back(sense == '1' ? v.off : v.on);
+      });
+      ones.push_back(graph_.conjunction(std::move(all)));
+      zeros.push_back(graph_.disjunction(std::move(any)));
+    }
+    return {graph_.disjunction(std::move(ones)), graph_.conjunction(std::move(zeros))};
+  }
+
+  Rails value(const Function& function, const Sum& sum) {
+    const Rails on = value(function, sum.on);
+    Rails result = on;
+    if (!sum.isComplete()) {
+      const Rails second = value(function, sum.second);
+      const bool isZero = sum.secondIs == Second::Zero;
+      if (isZero) result.on = graph_.both(on.on, second.off);
+      result.off = graph_.both(on.off, isZero ? second.on : second.off);
+    }
+    return sum.inverted ? !result : result;
+  }
+
+  Graph& graph_;
+  const Netlist& netlist_;
+  std::vector<Rails> values_;  // by net
+  std::unordered_map<std::string, Net> byName_;
+  std::unordered_map<Net, bool> isFree_;
+};
+
+bool hasLoop(const Netlist& netlist) {
+  std::optional<Net> loop;
+  combinationalOrder(netlist, loop);
+  return loop.has_value();
+}
+
+class Checker {
+ public:
+  Checker(const Netlist& source, const Netlist& written, std::int64_t effort, Report& report)
+      : source_(source),
+        isCut_(hasLoop(source) || hasLoop(written)),
+        left_(graph_, source, variables_, isCut_ ? &written : nullptr),
+        right_(graph_, written, variables_, isCut_ ? &source : nullptr),
+        work_{effort, verify::QuestionFiles("")},
+        report_(report) {}
+
+  void run() {
+    std::vector<bool> isPort(source_.nets.size(), false);
+    for (const Port& port : source_.ports) {
+      for (const Net net : port.bits) isPort[net] = true;
+    }
+    for (std::size_t i = 0; i < source_.nets.size(); ++i) {
+      const NetRecord& record = source_.nets[i];
+      const NetRecord* other = right_.find(record.name);
+      const bool isNode = !isPort[i] && std::holds_alternative<Function>(record.driver);
+      const bool isNothing = std::holds_alternative<Undriven>(record.driver);
+      if (isNothing || (isNode && (!isCut_ || other == nullptr))) continue;
+      if (other == nullptr || record.driver.index() != other->driver.index()) {
+        report_.problems.push_back(record.name + ": the file lost it");
+      } else {
+        compare(record, *other);
+      }
+    }
+  }
+
+ private:
+  void compare(const NetRecord& a, const NetRecord& b) {
+    if (const auto* function = std::get_if<Function>(&a.driver)) {
+      ask(a, "logic", left_.value(*function), right_.value(std::get<Function>(b.driver)));
+    } else if (const auto* buffer = std::get_if<Buffer>(&a.driver)) {
+      const auto& other = std::get<Buffer>(b.driver);
+      ask(a, "logic", left_.value(buffer->data), right_.value(other.data));
+      ask(a, "output enable", left_.value(buffer->enable), right_.value(other.enable));
+    } else if (std::holds_alternative<Register>(a.driver)) {
+      compareRegisters(a, b);
+    }
+  }
+
+  void compareRegisters(const NetRecord& a, const NetRecord& b) {
+    const auto& x = std::get<Register>(a.driver);
+    const auto& y = std::get<Register>(b.driver);
+    if (x.kind != y.kind) report_.problems.push_back(a.name + ": the file changed its kind");
+    if (x.kind != y.kind) return;
+    if (x.kind != RegisterKind::SetReset) ask(a, "data", left_.data(a), right_.data(b));
+    ask(a, "clock", left_.control(x.clock, false), right_.control(y.clock, false));
+    ask(a, "clock enable", left_.control(x.enable, true), right_.control(y.enable, true));
+    ask(a, "reset", left_.control(x.reset, false), right_.control(y.reset, false));
+    ask(a, "set", left_.control(x.set, false), right_.control(y.set, false));
+  }
+
+  void ask(const NetRecord& record, std::string_view role, Rails wanted, Rails found) {
+    const Literal conflict =
+        graph_.either(graph_.both(wanted.on, !found.on), graph_.both(wanted.off, !found.off));
+    std::vector<Literal> assignment;
+    const verify::Proof proof = prover_.find(conflict, assignment);
+    if (proof == verify::Proof::Never) return;
+    std::string line = record.name + ": its " + std::string(role);
+    line += proof == verify::Proof::Found
+                ? " in the file differs from the source" + describe(assignment)
+                : " can't be proven within the effort; --no-check leaves the proof out";
+    report_.problems.push_back(std::move(line));
+  }
+
+  std::string describe(const std::vector<Literal>& assignment) const {
+    std::string text;
+    for (const auto& [name, variable] : variables_) {
+      for (const Literal literal : assignment) {
+        if (literal.node() != variable.node()) continue;
+        text += " " + name + (literal == variable ? "=1" : "=0");
+      }
+    }
+    return text.empty() ? text : ", with" + text;
+  }
+
+  const Netlist& source_;
+  Graph graph_;
+  Variables variables_;
+  bool isCut_;
+  Side left_;
+  Side right_;
+  verify::Simulation simulation_{graph_};
+  verify::SolverWork work_;
+  verify::Prover prover_{graph_, simulation_, work_};
+  Report& report_;
+};
+
+}  // namespace
+
+void checkEquivalence(const Netlist& source, const Netlist& written, std::int64_t effort,
+                      Report& report) {
+  Checker(source, written, effort, report).run();
+}
+
+}  // namespace ostrel::convert

@@ -1,0 +1,122 @@
+#include "convert/model/netlist.h"
+
+#include <algorithm>
+#include <unordered_set>
+#include <utility>
+
+namespace ostrel::convert {
+
+std::string Port::bitName(std::size_t i) const {
+  if (!isVector) return name;
+  return name + "[" + std::to_string(lowest + static_cast<int>(i)) + "]";
+}
+
+Net Netlist::add(std::string netName, Driver driver) {
+  NetRecord& record = nets.emplace_back();
+  record.name = std::move(netName);
+  record.driver = std::move(driver);
+  return static_cast<Net>(nets.size() - 1);
+}
+
+// A walk in depth with a stack of its own: a chain of nets can be as long as the file.
+std::vector<Net> combinationalOrder(const Netlist& netlist, std::optional<Net>& loop) {
+  enum class Mark : std::uint8_t { New, Open, Done };
+  struct Step {
+    Net net;
+    std::size_t next;
+  };
+  std::vector<Mark> marks(netlist.nets.size(), Mark::New);
+  std::vector<Net> order;
+  std::vector<Step> path;
+  const auto enter = [&](Net net) {
+    if (!std::holds_alternative<Function>(netlist.nets[net].driver)) return;
+    if (marks[net] == Mark::Open && !loop) loop = net;
+    if (marks[net] != Mark::New) return;
+    marks[net] = Mark::Open;
+    path.push_back({net, 0});
+  };
+  for (std::size_t start = 0; start < netlist.nets.size(); ++start) {
+    enter(static_cast<Net>(start));
+    while (!path.empty()) {
+      Step& step = path.back();
+      const auto& inputs = std::get<Function>(netlist.nets[step.net].driver).inputs;
+      if (step.next < inputs.size()) {
+        enter(inputs[step.next++]);
+      } else {
+        marks[step.net] = Mark::Done;
+        order.push_back(step.net);
+        path.pop_back();
+      }
+    }
+  }
+  return order;
+}
+
+void dropUnread(Netlist& netlist, Report& report) {
+  std::vector<bool> isLive(netlist.nets.size(), false);
+  std::vector<Net> waiting;
+  const auto meet = [&](Net net) {
+    if (!isLive[net]) waiting.push_back(net);
+    isLive[net] = true;
+  };
+  for (const Port& port : netlist.ports) std::ranges::for_each(port.bits, meet);
+  for (std::size_t i = 0; i < netlist.nets.size(); ++i) {
+    if (netlist.nets[i].kept) meet(static_cast<Net>(i));
+  }
+  while (!waiting.empty()) {
+    const Net net = waiting.back();
+    waiting.pop_back();
+    forEachFunctionOf(netlist.nets[net], [&](const Function& function, std::string_view) {
+      std::ranges::for_each(function.inputs, meet);
+    });
+  }
+  for (std::size_t i = 0; i < netlist.nets.size(); ++i) {
+    NetRecord& record = netlist.nets[i];
+    if (isLive[i] || std::holds_alternative<Undriven>(record.driver)) continue;
+    record.driver = Undriven{};
+    report.notes.push_back(record.name + ": no port depends on it, and it is left out");
+  }
+}
+
+void checkPorts(const Netlist& netlist, Report& report) {
+  std::unordered_set<std::string> names;
+  std::vector<bool> isPort(netlist.nets.size(), false);
+  for (const Port& port : netlist.ports) {
+    const bool isFirst = names.insert(port.name).second;
+    if (!isFirst) report.problems.push_back(port.name + ": there are two ports of this name");
+    for (const Net net : port.bits) {
+      const NetRecord& record = netlist.nets[net];
+      const bool isInput = std::holds_alternative<FromOutside>(record.driver);
+      if (isPort[net] && isFirst) report.problems.push_back(record.name + ": it is in two ports");
+      isPort[net] = true;
+      if (port.direction == Direction::Input && !isInput) {
+        report.problems.push_back(record.name + ": this input has logic");
+      }
+      const bool isOpen = isInput || std::holds_alternative<Undriven>(record.driver);
+      if (port.direction == Direction::Output && isOpen) {
+        report.problems.push_back(record.name + ": this output has no logic");
+      }
+    }
+  }
+  for (const NetRecord& record : netlist.nets) {
+    forEachFunctionOf(record, [&](const Function& function, std::string_view) {
+      for (const Net net : function.inputs) {
+        if (!std::holds_alternative<Undriven>(netlist.nets[net].driver) || isPort[net]) continue;
+        isPort[net] = true;  // once is enough
+        report.problems.push_back(netlist.nets[net].name + ": it is read and nothing drives it");
+      }
+    });
+  }
+}
+
+bool hasDontCares(const Netlist& netlist) {
+  bool found = false;
+  for (const NetRecord& record : netlist.nets) {
+    forEachFunctionOf(record, [&](const Function& function, std::string_view) {
+      found = found || !function.isComplete();
+    });
+  }
+  return found;
+}
+
+}  // namespace ostrel::convert

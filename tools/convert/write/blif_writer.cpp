@@ -1,0 +1,142 @@
+// Order. Nets in their order; what a register needs besides its own net stands in front of it.
+#include "convert/write/blif_writer.h"
+
+#include <unordered_set>
+
+#include "convert/read/cells.h"
+
+namespace ostrel::convert {
+
+namespace {
+
+class Writer {
+ public:
+  Writer(const Netlist& netlist, std::ostream& out) : netlist_(netlist), out_(out) {
+    for (const NetRecord& record : netlist.nets) names_.push_back(free(record.name));
+  }
+
+  void write() {
+    out_ << ".model " << (netlist_.name.empty() ? "top" : clean(netlist_.name)) << "\n";
+    ports(".inputs", Direction::Output);
+    ports(".outputs", Direction::Input);
+    for (std::size_t i = 0; i < names_.size(); ++i) drive(static_cast<Net>(i));
+    out_ << ".end\n";
+  }
+
+ private:
+  // `=` joins the halves of a connection, `#` begins a comment, a backslash goes on.
+  static std::string clean(std::string name) {
+    for (char& c : name) {
+      if (c <= ' ' || c > '~' || c == '=' || c == '#' || c == '\\') c = '_';
+    }
+    return name;
+  }
+
+  std::string free(const std::string& wanted) {
+    const std::string base = clean(wanted);
+    std::string name = base;
+    for (std::size_t n = 2; !taken_.insert(name).second; ++n) name = base + "_" + std::to_string(n);
+    return name;
+  }
+
+  void ports(std::string_view word, Direction without) {
+    out_ << word;
+    for (const Port& port : netlist_.ports) {
+      if (port.direction == without) continue;
+      for (const Net net : port.bits) out_ << " " << names_[net];
+    }
+    out_ << "\n";
+  }
+
+  void drive(Net net) {
+    const Driver& driver = netlist_.nets[net].driver;
+    if (const auto* function = std::get_if<Function>(&driver)) define(names_[net], *function);
+    if (const auto* reg = std::get_if<Register>(&driver)) driveRegister(net, *reg);
+    if (const auto* buffer = std::get_if<Buffer>(&driver)) {
+      const std::string data = netFor(buffer->data, names_[net] + "_data");
+      const std::string enable = netFor(buffer->enable, names_[net] + "_oe");
+      out_ << ".subckt $_TBUF_ A=" << data << " E=" << enable << " Y=" << names_[net] << "\n";
+    }
+  }
+
+  // A set and reset register always has both pins; a register that toggles takes Q ^ T.
+  void driveRegister(Net net, const Register& given) {
+    Register reg = given;
+    if (reg.kind == RegisterKind::SetReset) {
+      if (!reg.set) reg.set = constantFunction(false);
+      if (!reg.reset) reg.reset = constantFunction(false);
+    }
+    std::string toggled;
+    if (reg.toggles) {
+      toggled = free(names_[net] + "_d");
+      exclusiveOr(toggled, names_[net], netFor(reg.data, names_[net] + "_t"));
+    }
+    const RegisterCell cell = cellOf(reg);
+    std::string pins;
+    for (const auto& [pin, function] : cell.pins) {
+      const bool isToggle = pin == 'D' && reg.toggles;
+      pins += std::string(" ") + pin + "=" +
+              (isToggle ? toggled : netFor(*function, names_[net] + "_" + pin));
+    }
+    if (cell.type == "$_DFF_P_" || cell.type == "$_DLATCH_P_") {
+      const std::size_t second = pins.rfind(' ');
+      out_ << ".latch " << pins.substr(3, second - 3) << " " << names_[net]
+           << (cell.type == "$_DFF_P_" ? " re " : " ah ") << pins.substr(second + 3) << " 3\n";
+    } else {
+      out_ << ".subckt " << cell.type << pins << " Q=" << names_[net] << "\n";
+    }
+  }
+
+  std::string netFor(const Function& function, const std::string& wanted) {
+    const auto literal = asLiteral(function);
+    if (literal && literal->positive) return names_[literal->net];
+    std::string name = free(wanted);
+    define(name, function);
+    return name;
+  }
+
+  void define(const std::string& name, const Function& function) {
+    if (function.operands.size() != 2) {
+      define(name, function, function.operands.empty() ? Sum{} : function.operands[0]);
+      return;
+    }
+    const std::string left = free(name + "_x1");
+    const std::string right = free(name + "_x2");
+    define(left, function, function.operands[0]);
+    define(right, function, function.operands[1]);
+    exclusiveOr(name, left, right);
+  }
+
+  void exclusiveOr(const std::string& name, const std::string& a, const std::string& b) {
+    out_ << ".names " << a << " " << b << " " << name << "\n10 1\n01 1\n";
+  }
+
+  void define(const std::string& name, const Function& function, const Sum& sum) {
+    const bool takesZeros = sum.secondIs == Second::Zero && sum.second.size() < sum.on.size();
+    const CubeList& cubes = takesZeros ? sum.second : sum.on;
+    const bool invert = sum.inverted != takesZeros;
+    out_ << ".names";
+    for (const Net input : function.inputs) out_ << " " << names_[input];
+    out_ << " " << name << "\n";
+    if (cubes.empty() || function.inputs.empty()) {
+      if (cubes.empty() == invert) out_ << std::string(function.inputs.size(), '-') << " 1\n";
+      return;
+    }
+    for (const Cube& cube : cubes) {
+      out_ << cube.text(function.inputs.size()) << (invert ? " 0\n" : " 1\n");
+    }
+  }
+
+  const Netlist& netlist_;
+  std::ostream& out_;
+  std::vector<std::string> names_;  // by net
+  std::unordered_set<std::string> taken_;
+};
+
+}  // namespace
+
+void writeBlif(const Netlist& netlist, std::ostream& out) {
+  Writer(netlist, out).write();
+}
+
+}  // namespace ostrel::convert
