@@ -2,8 +2,11 @@
 
 #include <array>
 #include <sstream>
+#include <unordered_map>
+#include <vector>
 
 #include "convert/check/equivalence.h"
+#include "convert/check/read_back.h"
 #include "convert/model/netlist.h"
 #include "convert/read/json_reader.h"
 #include "convert/read/tt2_reader.h"
@@ -31,28 +34,43 @@ Netlist read(std::string_view text, const std::string& file, Format format, Repo
   return readTt2(text, file, report);
 }
 
-std::string write(const Netlist& netlist, Format format, Report& report) {
+struct Written {
+  std::string text;
+  std::vector<std::string> names;  // of the nets in the text, where it is no PLA file
+};
+
+Written write(const Netlist& netlist, Format format, Report& report) {
   std::ostringstream out;
+  Written written;
   const bool keepsOpen = format == Format::Tt2 || format == Format::Pla;
   if (!keepsOpen && hasDontCares(netlist)) {
     report.notes.emplace_back("don't-cares get a value, for the target has none");
   }
-  if (format == Format::Verilog) writeVerilog(netlist, out, report);
-  if (format == Format::Blif) writeBlif(netlist, out);
+  if (format == Format::Verilog) written.names = writeVerilog(netlist, out);
+  if (format == Format::Blif) written.names = writeBlif(netlist, out);
   if (keepsOpen) {
     const PlaFile file = plaForm(netlist, report);
     if (report.isClean()) writePla(file, out, fileDate());
   }
-  return out.str();
+  written.text = out.str();
+  return written;
 }
 
-void check(const Netlist& source, const std::string& text, Format format, Report& report) {
-  Report ofReading;
-  const Netlist written = read(text, "output", format, ofReading);
-  report.problems.insert(report.problems.end(), ofReading.faults.begin(), ofReading.faults.end());
-  report.problems.insert(report.problems.end(), ofReading.problems.begin(),
-                         ofReading.problems.end());
-  if (report.isClean()) checkEquivalence(source, written, checkEffort, report);
+Netlist readAgain(const Netlist& netlist, const Written& written, Format format, Report& report) {
+  if (format == Format::Tt2 || format == Format::Pla) {
+    return readTt2(written.text, "output", report);
+  }
+  Netlist result = format == Format::Verilog ? readBackVerilog(written.text, report)
+                                             : readBackBlif(written.text, report);
+  std::unordered_map<std::string_view, std::string_view> originals;
+  for (std::size_t i = 0; i < written.names.size(); ++i) {
+    originals.emplace(written.names[i], netlist.nets[i].name);
+  }
+  for (NetRecord& record : result.nets) {
+    const auto found = originals.find(record.name);
+    record.name = found == originals.end() ? "$$" + record.name : std::string(found->second);
+  }
+  return result;
 }
 
 }  // namespace
@@ -79,13 +97,21 @@ std::string convert(std::string_view text, const std::string& file, const Conver
   dropUnread(netlist, report);
   checkPorts(netlist, report);
   if (!report.isClean()) return "";
+  if (conversion.to == Format::Verilog) separateRegisters(netlist);
   const Netlist source = conversion.check ? netlist : Netlist();
   if (conversion.from == Format::Json || conversion.folding.flat) {
     fold(netlist, conversion.folding, report);
   }
-  std::string result = report.isClean() ? write(netlist, conversion.to, report) : "";
-  if (conversion.check && report.isClean()) check(source, result, conversion.to, report);
-  return result;
+  if (!report.isClean()) return "";
+  Written written = write(netlist, conversion.to, report);
+  if (!conversion.check || !report.isClean()) return written.text;
+  Report ofReading;
+  const Netlist again = readAgain(netlist, written, conversion.to, ofReading);
+  for (const auto* lines : {&ofReading.faults, &ofReading.problems}) {
+    report.problems.insert(report.problems.end(), lines->begin(), lines->end());
+  }
+  if (report.isClean()) checkEquivalence(source, again, checkEffort, report);
+  return written.text;
 }
 
 }  // namespace ostrel::convert

@@ -80,8 +80,20 @@ class Side {
     const Rails given = value(reg.data);
     return reg.toggles ? exclusiveOr(given, values_[byName_.at(record.name)]) : given;
   }
+  /// Where a latch, or a register of set and reset, is being given the value.
+  Rails turnsTo(bool value, const Register& reg) {
+    const Rails reset = control(reg.reset, false);
+    const Rails set = control(reg.set, false);
+    const Rails data = reg.kind == RegisterKind::Latch ? Side::value(reg.data) : Rails{};
+    const Rails open = both(control(reg.clock, false), value ? data : !data);
+    const Rails one = both(!reset, either(set, open));
+    return value ? one : either(reset, both(!set, open));
+  }
 
  private:
+  Rails both(Rails a, Rails b) { return {graph_.both(a.on, b.on), graph_.either(a.off, b.off)}; }
+  Rails either(Rails a, Rails b) { return !both(!a, !b); }
+
   Rails exclusiveOr(Rails a, Rails b) {
     const Literal on = graph_.either(graph_.both(a.on, b.off), graph_.both(a.off, b.on));
     const bool isComplete = a.off == !a.on && b.off == !b.on;
@@ -135,6 +147,7 @@ class Checker {
  public:
   Checker(const Netlist& source, const Netlist& written, std::int64_t effort, Report& report)
       : source_(source),
+        written_(written),
         isCut_(hasLoop(source) || hasLoop(written)),
         left_(graph_, source, variables_, isCut_ ? &written : nullptr),
         right_(graph_, written, variables_, isCut_ ? &source : nullptr),
@@ -142,6 +155,7 @@ class Checker {
         report_(report) {}
 
   void run() {
+    comparePorts();
     std::vector<bool> isPort(source_.nets.size(), false);
     for (const Port& port : source_.ports) {
       for (const Net net : port.bits) isPort[net] = true;
@@ -161,6 +175,20 @@ class Checker {
   }
 
  private:
+  void comparePorts() {
+    std::unordered_map<std::string_view, Direction> directions;
+    for (const Port& port : written_.ports) {
+      for (const Net net : port.bits) directions.emplace(written_.nets[net].name, port.direction);
+    }
+    for (const Port& port : source_.ports) {
+      for (const Net net : port.bits) {
+        const auto found = directions.find(source_.nets[net].name);
+        if (found != directions.end() && found->second == port.direction) continue;
+        report_.problems.push_back(source_.nets[net].name + ": the file lost this port");
+      }
+    }
+  }
+
   void compare(const NetRecord& a, const NetRecord& b) {
     if (const auto* function = std::get_if<Function>(&a.driver)) {
       ask(a, "logic", left_.value(*function), right_.value(std::get<Function>(b.driver)));
@@ -176,9 +204,20 @@ class Checker {
   void compareRegisters(const NetRecord& a, const NetRecord& b) {
     const auto& x = std::get<Register>(a.driver);
     const auto& y = std::get<Register>(b.driver);
-    if (x.kind != y.kind) report_.problems.push_back(a.name + ": the file changed its kind");
-    if (x.kind != y.kind) return;
-    if (x.kind != RegisterKind::SetReset) ask(a, "data", left_.data(a), right_.data(b));
+    const bool isFlop = x.kind == RegisterKind::Flop;
+    if (isFlop != (y.kind == RegisterKind::Flop)) {
+      report_.problems.push_back(a.name + ": the file changed its kind");
+    } else if (isFlop) {
+      compareFlops(a, x, b, y);
+    } else {
+      for (const bool value : {false, true}) {
+        ask(a, value ? "way to 1" : "way to 0", left_.turnsTo(value, x), right_.turnsTo(value, y));
+      }
+    }
+  }
+
+  void compareFlops(const NetRecord& a, const Register& x, const NetRecord& b, const Register& y) {
+    ask(a, "data", left_.data(a), right_.data(b));
     ask(a, "clock", left_.control(x.clock, false), right_.control(y.clock, false));
     ask(a, "clock enable", left_.control(x.enable, true), right_.control(y.enable, true));
     ask(a, "reset", left_.control(x.reset, false), right_.control(y.reset, false));
@@ -210,6 +249,7 @@ class Checker {
   }
 
   const Netlist& source_;
+  const Netlist& written_;
   Graph graph_;
   Variables variables_;
   bool isCut_;

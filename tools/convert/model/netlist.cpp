@@ -109,6 +109,21 @@ void checkPorts(const Netlist& netlist, Report& report) {
   }
 }
 
+void separateRegisters(Netlist& netlist) {
+  const auto isRegister = [&](Net net) {
+    return std::holds_alternative<Register>(netlist.nets[net].driver);
+  };
+  for (const Port& port : netlist.ports) {
+    if (std::ranges::all_of(port.bits, isRegister)) continue;
+    for (const Net net : port.bits) {
+      if (!isRegister(net)) continue;
+      Driver driver = std::exchange(netlist.nets[net].driver, Undriven{});
+      const Net inside = netlist.add(netlist.nets[net].name + ".Q", std::move(driver));
+      netlist.nets[net].driver = literalFunction(inside);
+    }
+  }
+}
+
 bool hasDontCares(const Netlist& netlist) {
   bool found = false;
   for (const NetRecord& record : netlist.nets) {

@@ -96,6 +96,10 @@ void dropUnread(Netlist& netlist, Report& report);
 /// What no netlist of this kind can be: a port bit without or with two drivers, a name twice.
 void checkPorts(const Netlist& netlist, Report& report);
 
+/// Gives a register that is a bit of a port a net of its own, unless all bits of it are registers:
+/// Verilog declares a port as one or the other.
+void separateRegisters(Netlist& netlist);
+
 bool hasDontCares(const Netlist& netlist);
 
 }  // namespace ostrel::convert

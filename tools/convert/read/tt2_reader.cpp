@@ -217,6 +217,8 @@ class Builder {
     if (result.kind == RegisterKind::SetReset) {
       if (hasData || result.clock || result.enable) {
         problem(signal, "a set and reset register with data or a clock has no form in a netlist");
+      } else if (!result.set && !result.reset) {
+        problem(signal, "this register has no functions");
       }
       return;
     }

@@ -2,6 +2,7 @@
 #include "convert/write/blif_writer.h"
 
 #include <unordered_set>
+#include <utility>
 
 #include "convert/read/cells.h"
 
@@ -15,12 +16,13 @@ class Writer {
     for (const NetRecord& record : netlist.nets) names_.push_back(free(record.name));
   }
 
-  void write() {
+  std::vector<std::string> write() {
     out_ << ".model " << (netlist_.name.empty() ? "top" : clean(netlist_.name)) << "\n";
     ports(".inputs", Direction::Output);
     ports(".outputs", Direction::Input);
     for (std::size_t i = 0; i < names_.size(); ++i) drive(static_cast<Net>(i));
     out_ << ".end\n";
+    return std::move(names_);
   }
 
  private:
@@ -135,8 +137,8 @@ class Writer {
 
 }  // namespace
 
-void writeBlif(const Netlist& netlist, std::ostream& out) {
-  Writer(netlist, out).write();
+std::vector<std::string> writeBlif(const Netlist& netlist, std::ostream& out) {
+  return Writer(netlist, out).write();
 }
 
 }  // namespace ostrel::convert

@@ -5,6 +5,7 @@
 #include <array>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 
 #include "fil/text.h"
 
@@ -56,8 +57,8 @@ std::string identifier(std::string_view name) {
 
 class Writer {
  public:
-  Writer(const Netlist& netlist, std::ostream& out, Report& report)
-      : netlist_(netlist), out_(out), report_(report), names_(netlist.nets.size()) {
+  Writer(const Netlist& netlist, std::ostream& out)
+      : netlist_(netlist), out_(out), names_(netlist.nets.size()) {
     for (const Port& port : netlist.ports) {
       for (std::size_t i = 0; i < port.bits.size(); ++i) {
         names_[port.bits[i]] = identifier(port.name);
@@ -73,11 +74,12 @@ class Writer {
     }
   }
 
-  void write() {
+  std::vector<std::string> write() {
     module();
     for (std::size_t i = 0; i < names_.size(); ++i) declare(static_cast<Net>(i));
     for (std::size_t i = 0; i < names_.size(); ++i) drive(static_cast<Net>(i));
     out_ << "endmodule\n";
+    return std::move(names_);
   }
 
  private:
@@ -103,9 +105,8 @@ class Writer {
       out_ << separator << "  ";
       pins(port);
       static constexpr std::array<std::string_view, 3> words = {"input", "output", "inout"};
-      const Driver& driver = netlist_.nets[port.bits.front()].driver;
       out_ << words[static_cast<std::size_t>(port.direction)];
-      if (std::holds_alternative<Register>(driver) && allRegisters(port)) out_ << " reg";
+      if (isRegister(port)) out_ << " reg";
       out_ << range(port) << " " << identifier(port.name);
       separator = ",\n";
     }
@@ -119,10 +120,8 @@ class Writer {
     return port.isAscending ? " [" + low + ":" + high + "]" : " [" + high + ":" + low + "]";
   }
 
-  bool allRegisters(const Port& port) const {
-    return std::ranges::all_of(port.bits, [this](Net net) {
-      return std::holds_alternative<Register>(netlist_.nets[net].driver);
-    });
+  bool isRegister(const Port& port) const {
+    return std::holds_alternative<Register>(netlist_.nets[port.bits.front()].driver);
   }
 
   // One number for each bit, the first of the declaration first.
@@ -137,29 +136,15 @@ class Writer {
     out_ << "(* LOC = \"" << text << "\" *) ";
   }
 
-  // A vector of which only some bits are registers is driven bit by bit through regs of its own.
-  bool needsReg(Net net) const {
-    if (!std::holds_alternative<Register>(netlist_.nets[net].driver)) return false;
-    if (!isPort_.contains(net)) return true;
-    const auto port = std::ranges::find_if(netlist_.ports, [net](const Port& p) {
-      return std::ranges::find(p.bits, net) != p.bits.end();
-    });
-    return !allRegisters(*port);
-  }
-
   void declare(Net net) {
     const NetRecord& record = netlist_.nets[net];
-    if (needsReg(net)) {
-      if (isPort_.contains(net)) regs_[net] = identifier(innerName(record.name + ".Q"));
-      out_ << "  reg " << target(net) << ";\n";
-    } else if (!isPort_.contains(net) && std::holds_alternative<Function>(record.driver)) {
-      out_ << "  " << (record.kept ? "(* keep *) " : "") << "wire " << names_[net] << ";\n";
+    if (isPort_.contains(net)) return;
+    const char* keep = record.kept ? "  (* keep *) " : "  ";
+    if (std::holds_alternative<Register>(record.driver)) {
+      out_ << keep << "reg " << names_[net] << ";\n";
+    } else if (std::holds_alternative<Function>(record.driver)) {
+      out_ << keep << "wire " << names_[net] << ";\n";
     }
-  }
-
-  const std::string& target(Net net) const {
-    const auto found = regs_.find(net);
-    return found == regs_.end() ? names_[net] : found->second;
   }
 
   void drive(Net net) {
@@ -192,7 +177,7 @@ class Writer {
   }
 
   void driveRegister(Net net, const Register& reg) {
-    const std::string& q = target(net);
+    const std::string& q = names_[net];
     std::string body;
     std::string events = reg.kind == RegisterKind::Flop ? edgeOf(net, *reg.clock, "clk") : "*";
     for (const auto& [control, value, word] :
@@ -210,7 +195,6 @@ class Writer {
       body += (body.empty() ? "    " : "    else ") + guard + q + " <= " + data + ";\n";
     }
     out_ << "  always @(" << events << ")\n" << body;
-    if (&q != &names_[net]) out_ << "  assign " << names_[net] << " = " << q << ";\n";
   }
 
   std::string text(const Function& function) {
@@ -253,18 +237,16 @@ class Writer {
 
   const Netlist& netlist_;
   std::ostream& out_;
-  Report& report_;
   std::vector<std::string> names_;  // by net
   std::unordered_set<Net> isPort_;
   std::unordered_set<std::string> taken_;
-  std::unordered_map<Net, std::string> regs_;
   std::unordered_map<const Function*, std::string> edgeNames_;
 };
 
 }  // namespace
 
-void writeVerilog(const Netlist& netlist, std::ostream& out, Report& report) {
-  Writer(netlist, out, report).write();
+std::vector<std::string> writeVerilog(const Netlist& netlist, std::ostream& out) {
+  return Writer(netlist, out).write();
 }
 
 }  // namespace ostrel::convert
