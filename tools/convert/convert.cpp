@@ -8,6 +8,7 @@
 #include "convert/check/equivalence.h"
 #include "convert/check/read_back.h"
 #include "convert/model/netlist.h"
+#include "convert/read/espresso_reader.h"
 #include "convert/read/json_reader.h"
 #include "convert/read/tt2_reader.h"
 #include "convert/write/blif_writer.h"
@@ -31,7 +32,7 @@ constexpr std::array words = {Word{"json", Format::Json}, Word{"pla", Format::Pl
 
 Netlist read(std::string_view text, const std::string& file, Format format, Report& report) {
   if (format == Format::Json) return readJson(text, file, report);
-  return readTt2(text, file, report);
+  return format == Format::Pla ? readEspresso(text, file, report) : readTt2(text, file, report);
 }
 
 struct Written {
@@ -49,7 +50,8 @@ Written write(const Netlist& netlist, Format format, Report& report) {
   if (format == Format::Verilog) written.names = writeVerilog(netlist, out);
   if (format == Format::Blif) written.names = writeBlif(netlist, out);
   if (keepsOpen) {
-    const PlaFile file = plaForm(netlist, report);
+    const Dialect dialect = format == Format::Pla ? Dialect::Pla : Dialect::Tt2;
+    const PlaFile file = plaForm(netlist, dialect, report);
     if (report.isClean()) writePla(file, out, fileDate());
   }
   written.text = out.str();

@@ -40,6 +40,7 @@ class Side {
     if (cuts != nullptr) {
       for (const NetRecord& record : cuts->nets) others.emplace(record.name, &record);
     }
+    isFree_.assign(netlist.nets.size(), false);
     for (std::size_t i = 0; i < netlist.nets.size(); ++i) {
       const NetRecord& record = netlist.nets[i];
       byName_.emplace(record.name, static_cast<Net>(i));
@@ -50,14 +51,15 @@ class Side {
       auto [place, isNew] = variables.try_emplace(record.name);
       if (isNew) place->second = graph.variable();
       values_[i] = {place->second, !place->second};
-      isFree_.insert_or_assign(static_cast<Net>(i), true);
+      isFree_[i] = true;
     }
-    std::optional<Net> loop;
-    for (const Net net : combinationalOrder(netlist, loop)) {
-      if (!isFree_.contains(net))
-        values_[net] = value(std::get<Function>(netlist.nets[net].driver));
+    for (const Net net : combinationalOrder(netlist, isFree_, loop_)) {
+      values_[net] = value(std::get<Function>(netlist.nets[net].driver));
     }
   }
+
+  /// A net of a loop that the cuts leave.
+  const NetRecord* loop() const { return loop_ ? &netlist_.nets[*loop_] : nullptr; }
 
   const NetRecord* find(const std::string& name) const {
     const auto found = byName_.find(name);
@@ -70,22 +72,26 @@ class Side {
     return result;
   }
 
-  /// A control that is not there has a value all the same; a register that toggles has data.
-  Rails control(const std::optional<Function>& function, bool otherwise) {
-    if (function) return value(*function);
-    return otherwise ? !Rails{} : Rails{};
+  /// A control that is not there is off.
+  Rails control(const std::optional<Function>& function) {
+    return function ? value(*function) : Rails{};
   }
-  Rails data(const NetRecord& record) {
-    const auto& reg = std::get<Register>(record.driver);
+  /// What a clock gives a flip-flop: its data, or with the enable off its own value.
+  Rails next(const NetRecord& record, const Register& reg) {
+    const Rails own = values_[byName_.at(record.name)];
     const Rails given = value(reg.data);
-    return reg.toggles ? exclusiveOr(given, values_[byName_.at(record.name)]) : given;
+    const Rails data = reg.toggles ? exclusiveOr(given, own) : given;
+    if (!reg.enable) return data;
+    const Rails enable = value(*reg.enable);
+    return either(both(enable, data), both(!enable, own));
   }
+
   /// Where a latch, or a register of set and reset, is being given the value.
   Rails turnsTo(bool value, const Register& reg) {
-    const Rails reset = control(reg.reset, false);
-    const Rails set = control(reg.set, false);
+    const Rails reset = control(reg.reset);
+    const Rails set = control(reg.set);
     const Rails data = reg.kind == RegisterKind::Latch ? Side::value(reg.data) : Rails{};
-    const Rails open = both(control(reg.clock, false), value ? data : !data);
+    const Rails open = both(control(reg.clock), value ? data : !data);
     const Rails one = both(!reset, either(set, open));
     return value ? one : either(reset, both(!set, open));
   }
@@ -134,12 +140,13 @@ class Side {
   const Netlist& netlist_;
   std::vector<Rails> values_;  // by net
   std::unordered_map<std::string, Net> byName_;
-  std::unordered_map<Net, bool> isFree_;
+  std::vector<bool> isFree_;  // by net
+  std::optional<Net> loop_;
 };
 
 bool hasLoop(const Netlist& netlist) {
   std::optional<Net> loop;
-  combinationalOrder(netlist, loop);
+  combinationalOrder(netlist, std::vector<bool>(netlist.nets.size(), false), loop);
   return loop.has_value();
 }
 
@@ -155,6 +162,12 @@ class Checker {
         report_(report) {}
 
   void run() {
+    for (const Side* side : {&left_, &right_}) {
+      if (side->loop() == nullptr) continue;
+      report_.problems.push_back(side->loop()->name +
+                                 ": a loop that can't be proven; --no-check leaves the proof out");
+      return;
+    }
     comparePorts();
     std::vector<bool> isPort(source_.nets.size(), false);
     for (const Port& port : source_.ports) {
@@ -194,8 +207,11 @@ class Checker {
       ask(a, "logic", left_.value(*function), right_.value(std::get<Function>(b.driver)));
     } else if (const auto* buffer = std::get_if<Buffer>(&a.driver)) {
       const auto& other = std::get<Buffer>(b.driver);
-      ask(a, "logic", left_.value(buffer->data), right_.value(other.data));
-      ask(a, "output enable", left_.value(buffer->enable), right_.value(other.enable));
+      Rails data = left_.value(buffer->data);
+      const Rails enable = left_.value(buffer->enable);
+      data = {graph_.both(data.on, enable.on), graph_.both(data.off, enable.on)};
+      ask(a, "logic", data, right_.value(other.data));
+      ask(a, "output enable", enable, right_.value(other.enable));
     } else if (std::holds_alternative<Register>(a.driver)) {
       compareRegisters(a, b);
     }
@@ -217,11 +233,10 @@ class Checker {
   }
 
   void compareFlops(const NetRecord& a, const Register& x, const NetRecord& b, const Register& y) {
-    ask(a, "data", left_.data(a), right_.data(b));
-    ask(a, "clock", left_.control(x.clock, false), right_.control(y.clock, false));
-    ask(a, "clock enable", left_.control(x.enable, true), right_.control(y.enable, true));
-    ask(a, "reset", left_.control(x.reset, false), right_.control(y.reset, false));
-    ask(a, "set", left_.control(x.set, false), right_.control(y.set, false));
+    ask(a, "next value", left_.next(a, x), right_.next(b, y));
+    ask(a, "clock", left_.control(x.clock), right_.control(y.clock));
+    ask(a, "reset", left_.control(x.reset), right_.control(y.reset));
+    ask(a, "set", left_.control(x.set), right_.control(y.set));
   }
 
   void ask(const NetRecord& record, std::string_view role, Rails wanted, Rails found) {

@@ -19,7 +19,8 @@ Net Netlist::add(std::string netName, Driver driver) {
 }
 
 // A walk in depth with a stack of its own: a chain of nets can be as long as the file.
-std::vector<Net> combinationalOrder(const Netlist& netlist, std::optional<Net>& loop) {
+std::vector<Net> combinationalOrder(const Netlist& netlist, const std::vector<bool>& isCut,
+                                    std::optional<Net>& loop) {
   enum class Mark : std::uint8_t { New, Open, Done };
   struct Step {
     Net net;
@@ -29,7 +30,7 @@ std::vector<Net> combinationalOrder(const Netlist& netlist, std::optional<Net>& 
   std::vector<Net> order;
   std::vector<Step> path;
   const auto enter = [&](Net net) {
-    if (!std::holds_alternative<Function>(netlist.nets[net].driver)) return;
+    if (isCut[net] || !std::holds_alternative<Function>(netlist.nets[net].driver)) return;
     if (marks[net] == Mark::Open && !loop) loop = net;
     if (marks[net] != Mark::New) return;
     marks[net] = Mark::Open;
@@ -52,29 +53,41 @@ std::vector<Net> combinationalOrder(const Netlist& netlist, std::optional<Net>& 
   return order;
 }
 
-void dropUnread(Netlist& netlist, Report& report) {
-  std::vector<bool> isLive(netlist.nets.size(), false);
-  std::vector<Net> waiting;
-  const auto meet = [&](Net net) {
-    if (!isLive[net]) waiting.push_back(net);
-    isLive[net] = true;
-  };
-  for (const Port& port : netlist.ports) std::ranges::for_each(port.bits, meet);
-  for (std::size_t i = 0; i < netlist.nets.size(); ++i) {
-    if (netlist.nets[i].kept) meet(static_cast<Net>(i));
-  }
+namespace {
+
+// Adds what the waiting nets depend on.
+void spread(const Netlist& netlist, std::vector<Net> waiting, std::vector<bool>& isLive) {
+  for (const Net net : waiting) isLive[net] = true;
   while (!waiting.empty()) {
     const Net net = waiting.back();
     waiting.pop_back();
     forEachFunctionOf(netlist.nets[net], [&](const Function& function, std::string_view) {
-      std::ranges::for_each(function.inputs, meet);
+      for (const Net input : function.inputs) {
+        if (!isLive[input]) waiting.push_back(input);
+        isLive[input] = true;
+      }
     });
+  }
+}
+
+}  // namespace
+
+void dropUnread(Netlist& netlist, Report& report) {
+  std::vector<bool> isLive(netlist.nets.size(), false);
+  std::vector<Net> roots;
+  for (const Port& port : netlist.ports)
+    roots.insert(roots.end(), port.bits.begin(), port.bits.end());
+  spread(netlist, roots, isLive);
+  for (std::size_t i = 0; i < netlist.nets.size(); ++i) {
+    NetRecord& record = netlist.nets[i];
+    record.kept = record.kept || (!isLive[i] && std::holds_alternative<Register>(record.driver));
+    if (record.kept) spread(netlist, {static_cast<Net>(i)}, isLive);
   }
   for (std::size_t i = 0; i < netlist.nets.size(); ++i) {
     NetRecord& record = netlist.nets[i];
     if (isLive[i] || std::holds_alternative<Undriven>(record.driver)) continue;
     record.driver = Undriven{};
-    report.notes.push_back(record.name + ": no port depends on it, and it is left out");
+    report.notes.push_back(record.name + ": nothing depends on it, and it is left out");
   }
 }
 

@@ -87,14 +87,20 @@ void forEachFunctionOf(Record& record, Visit visit) {
 }
 
 /// The nets that are driven by a function, each behind all of these that it reads; the first net of
-/// a loop that is met goes to `loop`.
-std::vector<Net> combinationalOrder(const Netlist& netlist, std::optional<Net>& loop);
+/// a loop that is met goes to `loop`. What is cut, by net, is left out and ends no loop.
+std::vector<Net> combinationalOrder(const Netlist& netlist, const std::vector<bool>& isCut,
+                                    std::optional<Net>& loop);
 
-/// Takes the drivers of nets that neither a port nor a kept net depends on.
+/// Takes the drivers of nets that no port, no register and no kept net depends on. A register that
+/// no port depends on becomes a kept net, so that no other tool drops it.
 void dropUnread(Netlist& netlist, Report& report);
 
 /// What no netlist of this kind can be: a port bit without or with two drivers, a name twice.
 void checkPorts(const Netlist& netlist, Report& report);
+
+/// Adds a port for each of the nets, or one for several whose names count, such as d[0] and d[1],
+/// where they have one direction and leave no gap.
+void addPlainPorts(const std::vector<Net>& pins, Netlist& netlist);
 
 /// Gives a register that is a bit of a port a net of its own, unless all bits of it are registers:
 /// Verilog declares a port as one or the other.

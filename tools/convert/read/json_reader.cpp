@@ -164,15 +164,22 @@ class Reader {
     if (!taken_.insert(name).second) throw Fault{path + ": the name " + name + " is there twice"};
     const bool isNet = value.is_number_integer();
     const std::int64_t number = isNet ? value.get<std::int64_t>() : 0;
-    if (port.direction == Direction::Output && (!isNet || nets_.contains(number))) {
+    // An inout that nothing drives can have lost its net.
+    const bool isOff = port.direction == Direction::Inout && bitOf(value, path).constant == 'x';
+    const bool takesAlias = isNet ? nets_.contains(number) : !isOff;
+    if (port.direction != Direction::Input && takesAlias) {
       const Net net = netlist_.add(name, Undriven{});
       aliases_.push_back({net, bitOf(value, path)});
       port.bits.push_back(net);
       return;
     }
-    if (!isNet) throw Fault{path + ": a constant drives no input"};
+    if (!isNet && port.direction == Direction::Input) {
+      throw Fault{path + ": a constant stands for an input"};
+    }
     const Net net = netlist_.add(name, Undriven{});
-    if (!nets_.emplace(number, net).second) throw Fault{path + ": two ports share a net"};
+    if (isNet && !nets_.emplace(number, net).second) {
+      throw Fault{path + ": two ports share a net"};
+    }
     if (port.direction == Direction::Input) netlist_.nets[net].driver = FromOutside{};
     port.bits.push_back(net);
   }

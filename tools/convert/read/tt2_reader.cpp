@@ -10,8 +10,6 @@
 #include "convert/read/tt2_reader.h"
 
 #include <algorithm>
-#include <functional>
-#include <map>
 #include <sstream>
 #include <unordered_map>
 
@@ -145,8 +143,6 @@ class Builder {
 
   void drive(std::size_t s) {
     const verify::Signal& signal = network_.signals[s];
-    netlist_.nets[nets_[s].pin].kept =
-        signal.isNode && isRegister(signal) && !readsInside_[s] && !readsPin_[s];
     if (signal.has(Slot::OutputEnable)) {
       driveBuffered(s);
     } else if (isDriven(signal)) {
@@ -235,7 +231,6 @@ class Builder {
   // The ports that the file keeps come first; then every other pin is a port of its own, or a bit
   // of one where the names count.
   void makePorts();
-  Direction directionOf(Net net) const;
 
   verify::Network network_;
   const std::string& file_;
@@ -246,54 +241,6 @@ class Builder {
   std::vector<bool> readsPin_;
   std::vector<bool> readsInside_;
 };
-
-Direction Builder::directionOf(Net net) const {
-  const Driver& driver = netlist_.nets[net].driver;
-  if (std::holds_alternative<FromOutside>(driver)) return Direction::Input;
-  return std::holds_alternative<Buffer>(driver) ? Direction::Inout : Direction::Output;
-}
-
-// The index in a name like `d[3]`; none for any other name, and for one that counts too far.
-std::optional<int> indexOf(const std::string& name, std::string& base) {
-  const std::size_t open = name.rfind('[');
-  if (open == std::string::npos || open == 0 || name.back() != ']') return std::nullopt;
-  const std::string digits = name.substr(open + 1, name.size() - open - 2);
-  const bool isNumber = !digits.empty() && digits.size() < 7 &&
-                        std::ranges::all_of(digits, isDigit) &&
-                        (digits.size() == 1 || digits[0] != '0');
-  if (!isNumber) return std::nullopt;
-  base = name.substr(0, open);
-  return std::stoi(digits);
-}
-
-// Bits without a port line are put together where they have one direction and no gaps.
-void addPlainPorts(const std::vector<Net>& pins, const std::function<Direction(Net)>& directionOf,
-                   Netlist& netlist) {
-  std::map<std::string, std::map<int, Net>> vectors;
-  std::string base;
-  for (const Net net : pins) {
-    if (const auto index = indexOf(netlist.nets[net].name, base))
-      vectors[base].emplace(*index, net);
-  }
-  const auto isVector = [&](const std::string& name, Direction direction) {
-    const auto& bits = vectors.at(name);
-    const int distance = bits.rbegin()->first - bits.begin()->first;
-    return static_cast<std::size_t>(distance) + 1 == bits.size() &&
-           std::ranges::all_of(
-               bits, [&](const auto& bit) { return directionOf(bit.second) == direction; });
-  };
-  for (const Net net : pins) {
-    Port port{netlist.nets[net].name, directionOf(net), false, 0, false, {net}};
-    const auto index = indexOf(port.name, base);
-    if (index && isVector(base, port.direction)) {
-      const auto& bits = vectors.at(base);
-      if (*index != bits.begin()->first) continue;
-      port = {base, port.direction, true, *index, false, {}};
-      for (const auto& [place, bit] : bits) port.bits.push_back(bit);
-    }
-    netlist.ports.push_back(std::move(port));
-  }
-}
 
 void Builder::makePorts() {
   std::unordered_map<std::string, Net> pins;
@@ -320,8 +267,7 @@ void Builder::makePorts() {
   for (const Nets nets : nets_) {
     if (!isPlaced[nets.pin]) others.push_back(nets.pin);
   }
-  addPlainPorts(
-      others, [this](Net net) { return directionOf(net); }, netlist_);
+  addPlainPorts(others, netlist_);
 }
 
 }  // namespace
@@ -332,6 +278,7 @@ Netlist netlistOf(const PlaFile& pla, const std::string& file, Report& report) {
 
 Netlist readTt2(std::string_view text, const std::string& file, Report& report) {
   for (const verify::Complaint& complaint : verify::readStrictly(text)) {
+    if (complaint.isHarmless) continue;
     report.faults.push_back(file + ":" + std::to_string(complaint.line) + ": " + complaint.text);
   }
   PlaFile pla;

@@ -136,7 +136,8 @@ class Folder {
 
   void run() {
     std::optional<Net> loop;
-    const std::vector<Net> order = combinationalOrder(netlist_, loop);
+    const std::vector<Net> order =
+        combinationalOrder(netlist_, std::vector<bool>(netlist_.nets.size(), false), loop);
     bool isChanged = true;
     for (std::size_t round = 0; isChanged && round < mostRounds; ++round) {
       isChanged = false;

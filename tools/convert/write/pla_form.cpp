@@ -20,17 +20,21 @@ namespace ostrel::convert {
 
 namespace {
 
-constexpr std::size_t complementEffort = 20'000'000;
+constexpr std::size_t complementEffort = 1'000'000'000;
 constexpr Net none = static_cast<Net>(-1);
 
 class Former {
  public:
-  Former(const Netlist& netlist, Report& report) : netlist_(netlist), report_(report) {}
+  Former(const Netlist& netlist, Dialect dialect, Report& report)
+      : netlist_(netlist), dialect_(dialect), report_(report) {}
 
   PlaFile form() {
     findSignals();
     giveNames();
     collectColumns();
+    if (dialect_ == Dialect::Pla && !nodes_.empty()) {
+      report_.notes.emplace_back("nodes stand as inputs and as outputs");
+    }
     if (inputs_.empty() || outputs_.empty()) {
       report_.problems.push_back(netlist_.name + ": a PLA file needs an input and a function");
       return {};
@@ -38,6 +42,7 @@ class Former {
     PlaFile file = makePlaFile({static_cast<int>(inputs_.size()), static_cast<int>(outputs_.size()),
                                 static_cast<int>(pins_.size()), static_cast<int>(nodes_.size())},
                                type());
+    if (dialect_ == Dialect::Pla) file.phase.reset();  // some readers don't know the directive
     fillTables(file);
     fillRows(file);
     return file;
@@ -46,8 +51,8 @@ class Former {
  private:
   struct OutputColumn {
     PlaName name;
-    const Function* function;
-    std::size_t operand;
+    std::vector<Net> inputs;
+    Sum sum;
   };
 
   bool isNode(Net net) const { return !isPin_[net] && mergedInto_[net] == none; }
@@ -183,20 +188,37 @@ class Former {
   void addColumns(PlaName name, const Function& function) {
     for (std::size_t i = 0; i < function.operands.size(); ++i) {
       if (function.operands.size() > 1) name.xorHalf = i == 0 ? XorHalf::Left : XorHalf::Right;
-      name.polarity = function.operands[i].inverted ? Polarity::Inverted : Polarity::None;
-      outputs_.push_back({name, &function, i});
+      OutputColumn column{name, function.inputs, function.operands[i]};
+      if (dialect_ == Dialect::Pla) makePlain(column);
+      column.name.polarity = column.sum.inverted ? Polarity::Inverted : Polarity::None;
+      outputs_.push_back(std::move(column));
     }
   }
 
-  const Sum& sumOf(const OutputColumn& column) const {
-    return column.function->operands[column.operand];
+  // Without a mark; a pair that espresso takes for two functions is worth a note.
+  void makePlain(OutputColumn& column) {
+    const std::string name = column.name.format(NameFormat::WithoutPin);
+    if (column.name.xorHalf == XorHalf::Left) {
+      report_.notes.push_back(name + ": the halves of a pair stand in two columns");
+    }
+    if (!column.sum.inverted) return;
+    const Function function{column.inputs, {column.sum}};
+    std::optional<TwoRail> rails = twoRail(function, effort_);
+    if (!rails) {
+      report_.problems.push_back(name + ": its complement is too large");
+      return;
+    }
+    Function plain = fromTwoRail(*std::move(rails), false);
+    column.inputs = std::move(plain.inputs);
+    column.sum = std::move(plain.operands[0]);
   }
 
   PlaType type() const {
     PlaType result = PlaType::f;
     for (const OutputColumn& column : outputs_) {
-      if (sumOf(column).secondIs == Second::Zero) return PlaType::fdr;
-      if (!sumOf(column).second.empty()) result = PlaType::fd;
+      if (column.sum.isComplete()) continue;
+      if (column.sum.secondIs == Second::Zero || dialect_ == Dialect::Tt2) return PlaType::fdr;
+      result = PlaType::fd;
     }
     return result;
   }
@@ -235,29 +257,28 @@ class Former {
   }
 
   void fillRows(PlaFile& file) {
-    Effort effort(complementEffort);
     for (std::size_t c = 0; c < outputs_.size(); ++c) {
       const OutputColumn& column = outputs_[c];
-      const Sum& sum = sumOf(column);
+      const Sum& sum = column.sum;
       if (file.type == PlaType::fd) addCubes(file, column, sum.second, c, '-');
       addCubes(file, column, sum.on, c, '1');  // over a dash in the same place
-      if (file.type != PlaType::fdr) continue;
-      if (sum.secondIs == Second::Zero) {
-        addCubes(file, column, sum.second, c, '0');
-        continue;
-      }
-      CubeList known = sum.on;
-      known.insert(known.end(), sum.second.begin(), sum.second.end());
-      const auto off = complementOf(known, column.function->inputs.size(), effort);
-      if (off) {
-        addCubes(file, column, *off, c, '0');
-      } else {
-        report_.problems.push_back(column.name.format(NameFormat::WithoutPin) +
-                                   ": the zeros that a file with don't-cares needs are too many");
-      }
+      if (file.type == PlaType::fdr) addZeros(file, column, c);
     }
     file.termCount = static_cast<int>(rows_.size());
     file.termCapacity = file.termCount;
+  }
+
+  void addZeros(PlaFile& file, const OutputColumn& column, std::size_t c) {
+    if (column.sum.secondIs == Second::Zero) {
+      return addCubes(file, column, column.sum.second, c, '0');
+    }
+    CubeList known = column.sum.on;
+    known.insert(known.end(), column.sum.second.begin(), column.sum.second.end());
+    if (const auto off = complementOf(known, column.inputs.size(), effort_)) {
+      return addCubes(file, column, *off, c, '0');
+    }
+    report_.problems.push_back(column.name.format(NameFormat::WithoutPin) +
+                               ": the zeros that a file with don't-cares needs are too many");
   }
 
   void addCubes(PlaFile& file, const OutputColumn& output, const CubeList& cubes, std::size_t c,
@@ -265,7 +286,7 @@ class Former {
     for (const Cube& cube : cubes) {
       std::vector<std::pair<Net, char>> literals;
       cube.forEachLiteral([&](std::size_t column, char literal) {
-        literals.emplace_back(columnOf_[output.function->inputs[column]], literal);
+        literals.emplace_back(columnOf_[output.inputs[column]], literal);
       });
       std::ranges::sort(literals);
       const auto [place, isNew] = rows_.try_emplace(std::move(literals), rows_.size());
@@ -283,7 +304,9 @@ class Former {
   static constexpr std::size_t longestLine = 1000;
 
   const Netlist& netlist_;
+  Dialect dialect_;
   Report& report_;
+  Effort effort_{complementEffort};
   std::vector<bool> isPin_;
   std::vector<bool> isRead_;
   std::vector<Net> mergedInto_;  // by net: the pin whose Signal it is a part of
@@ -299,8 +322,8 @@ class Former {
 
 }  // namespace
 
-PlaFile plaForm(const Netlist& netlist, Report& report) {
-  return Former(netlist, report).form();
+PlaFile plaForm(const Netlist& netlist, Dialect dialect, Report& report) {
+  return Former(netlist, dialect, report).form();
 }
 
 }  // namespace ostrel::convert

@@ -7,9 +7,13 @@
 
 namespace ostrel::convert {
 
-/// The whole file. Its type is f for a netlist without don't-cares, fd where they are listed, and
-/// fdr where zeros are: then the zeros of all functions are worked out within an effort. What a PLA
-/// file can't say goes to the problems, a changed name to the notes.
-PlaFile plaForm(const Netlist& netlist, Report& report);
+/// For ostrel, or for espresso and its kin, which know no marks and no pairs.
+enum class Dialect : unsigned char { Tt2, Pla };
+
+/// The whole file. For ostrel its type is f, or fdr where a function has don't-cares, since ostrel
+/// uses them only there: the zeros of all functions are worked out, within an effort. In the other
+/// dialect don't-cares stay as they are listed, inverted functions are worked out, and pairs and
+/// nodes earn a note. What a PLA file can't say goes to the problems, a changed name to the notes.
+PlaFile plaForm(const Netlist& netlist, Dialect dialect, Report& report);
 
 }  // namespace ostrel::convert
