@@ -44,9 +44,6 @@ Written write(const Netlist& netlist, Format format, Report& report) {
   std::ostringstream out;
   Written written;
   const bool keepsOpen = format == Format::Tt2 || format == Format::Pla;
-  if (!keepsOpen && hasDontCares(netlist)) {
-    report.notes.emplace_back("don't-cares get a value, for the target has none");
-  }
   if (format == Format::Verilog) written.names = writeVerilog(netlist, out);
   if (format == Format::Blif) written.names = writeBlif(netlist, out);
   if (keepsOpen) {
@@ -75,6 +72,11 @@ Netlist readAgain(const Netlist& netlist, const Written& written, Format format,
   return result;
 }
 
+void prepare(Netlist& netlist, Format format, Report& report) {
+  dropUnread(netlist, report);
+  if (format == Format::Verilog) separateRegisters(netlist);
+}
+
 }  // namespace
 
 std::optional<Format> formatOf(std::string_view word) {
@@ -96,11 +98,16 @@ std::string convert(std::string_view text, const std::string& file, const Conver
                     Report& report) {
   Netlist netlist = read(text, file, conversion.from, report);
   if (!report.isClean()) return "";
-  dropUnread(netlist, report);
+  Netlist source = conversion.check ? netlist : Netlist();
+  Report ofSource;  // the same notes again
+  prepare(source, conversion.to, ofSource);
+  const bool keepsOpen = conversion.to == Format::Tt2 || conversion.to == Format::Pla;
+  if (!keepsOpen && settleDontCares(netlist)) {
+    report.notes.emplace_back("don't-cares get a value, for the target has none");
+  }
+  prepare(netlist, conversion.to, report);
   checkPorts(netlist, report);
   if (!report.isClean()) return "";
-  if (conversion.to == Format::Verilog) separateRegisters(netlist);
-  const Netlist source = conversion.check ? netlist : Netlist();
   if (conversion.from == Format::Json || conversion.folding.flat) {
     fold(netlist, conversion.folding, report);
   }

@@ -86,6 +86,11 @@ class Side {
     return either(both(enable, data), both(!enable, own));
   }
 
+  /// Where the set acts: reset wins.
+  Rails wins(const std::optional<Function>& set, const std::optional<Function>& reset) {
+    return both(control(set), !control(reset));
+  }
+
   /// Where a latch, or a register of set and reset, is being given the value.
   Rails turnsTo(bool value, const Register& reg) {
     const Rails reset = control(reg.reset);
@@ -236,7 +241,7 @@ class Checker {
     ask(a, "next value", left_.next(a, x), right_.next(b, y));
     ask(a, "clock", left_.control(x.clock), right_.control(y.clock));
     ask(a, "reset", left_.control(x.reset), right_.control(y.reset));
-    ask(a, "set", left_.control(x.set), right_.control(y.set));
+    ask(a, "set", left_.wins(x.set, x.reset), right_.wins(y.set, y.reset));
   }
 
   void ask(const NetRecord& record, std::string_view role, Rails wanted, Rails found) {

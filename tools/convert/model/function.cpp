@@ -37,7 +37,10 @@ Function literalFunction(Net net, bool positive) {
 std::optional<NetLiteral> asLiteral(const Function& function) {
   if (function.operands.size() != 1 || !function.operands[0].isComplete()) return std::nullopt;
   const Sum& sum = function.operands[0];
-  if (sum.on.size() != 1 || sum.on[0].literalCount() != 1) return std::nullopt;
+  if (sum.on.empty() || sum.on[0].literalCount() != 1) return std::nullopt;
+  if (!std::ranges::all_of(sum.on, [&](const Cube& cube) { return cube == sum.on[0]; })) {
+    return std::nullopt;
+  }
   std::optional<NetLiteral> result;
   sum.on[0].forEachLiteral([&](std::size_t column, char literal) {
     result = NetLiteral{function.inputs[column], (literal == '1') != sum.inverted};

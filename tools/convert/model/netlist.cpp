@@ -137,11 +137,20 @@ void separateRegisters(Netlist& netlist) {
   }
 }
 
-bool hasDontCares(const Netlist& netlist) {
+bool settleDontCares(Netlist& netlist) {
   bool found = false;
-  for (const NetRecord& record : netlist.nets) {
-    forEachFunctionOf(record, [&](const Function& function, std::string_view) {
-      found = found || !function.isComplete();
+  for (NetRecord& record : netlist.nets) {
+    forEachFunctionOf(record, [&](Function& function, std::string_view) {
+      for (Sum& sum : function.operands) {
+        found = found || !sum.isComplete();
+        if (sum.secondIs == Second::Zero && sum.second.size() < sum.on.size()) {
+          sum.on.swap(sum.second);
+          sum.inverted = !sum.inverted;
+        }
+        sum.second.clear();
+        sum.secondIs = Second::Open;
+      }
+      dropUnreadInputs(function);
     });
   }
   return found;

@@ -106,6 +106,7 @@ void addPlainPorts(const std::vector<Net>& pins, Netlist& netlist);
 /// Verilog declares a port as one or the other.
 void separateRegisters(Netlist& netlist);
 
-bool hasDontCares(const Netlist& netlist);
+/// Gives every don't-care a value, the one that needs fewer terms. Whether there were some.
+bool settleDontCares(Netlist& netlist);
 
 }  // namespace ostrel::convert

@@ -39,7 +39,7 @@ void addPlainPorts(const std::vector<Net>& pins, Netlist& netlist) {
   const auto isVector = [&](const std::string& name, Direction direction) {
     const auto& bits = vectors.at(name);
     const int distance = bits.rbegin()->first - bits.begin()->first;
-    return static_cast<std::size_t>(distance) + 1 == bits.size() &&
+    return bits.size() > 1 && static_cast<std::size_t>(distance) + 1 == bits.size() &&
            std::ranges::all_of(bits, [&](const auto& bit) {
              return directionOf(netlist.nets[bit.second].driver) == direction;
            });

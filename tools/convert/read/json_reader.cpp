@@ -165,7 +165,8 @@ class Reader {
     const bool isNet = value.is_number_integer();
     const std::int64_t number = isNet ? value.get<std::int64_t>() : 0;
     // An inout that nothing drives can have lost its net.
-    const bool isOff = port.direction == Direction::Inout && bitOf(value, path).constant == 'x';
+    const bool isOff = port.direction == Direction::Inout && !isNet &&
+                       bitOf(value, path).constant == 'x';
     const bool takesAlias = isNet ? nets_.contains(number) : !isOff;
     if (port.direction != Direction::Input && takesAlias) {
       const Net net = netlist_.add(name, Undriven{});

@@ -102,10 +102,8 @@ class Writer {
       define(name, function, function.operands.empty() ? Sum{} : function.operands[0]);
       return;
     }
-    const std::string left = free(name + "_x1");
-    const std::string right = free(name + "_x2");
-    define(left, function, function.operands[0]);
-    define(right, function, function.operands[1]);
+    const std::string left = netFor({function.inputs, {function.operands[0]}}, name + "_x1");
+    const std::string right = netFor({function.inputs, {function.operands[1]}}, name + "_x2");
     exclusiveOr(name, left, right);
   }
 
@@ -114,18 +112,15 @@ class Writer {
   }
 
   void define(const std::string& name, const Function& function, const Sum& sum) {
-    const bool takesZeros = sum.secondIs == Second::Zero && sum.second.size() < sum.on.size();
-    const CubeList& cubes = takesZeros ? sum.second : sum.on;
-    const bool invert = sum.inverted != takesZeros;
     out_ << ".names";
     for (const Net input : function.inputs) out_ << " " << names_[input];
     out_ << " " << name << "\n";
-    if (cubes.empty() || function.inputs.empty()) {
-      if (cubes.empty() == invert) out_ << std::string(function.inputs.size(), '-') << " 1\n";
+    if (sum.on.empty() || function.inputs.empty()) {
+      if (sum.on.empty() == sum.inverted) out_ << std::string(function.inputs.size(), '-') << " 1\n";
       return;
     }
-    for (const Cube& cube : cubes) {
-      out_ << cube.text(function.inputs.size()) << (invert ? " 0\n" : " 1\n");
+    for (const Cube& cube : sum.on) {
+      out_ << cube.text(function.inputs.size()) << (sum.inverted ? " 0\n" : " 1\n");
     }
   }
 

@@ -199,6 +199,9 @@ class Writer {
 
   std::string text(const Function& function) {
     if (function.operands.empty()) return "1'b0";
+    if (const auto literal = asLiteral(function)) {
+      return (literal->positive ? "" : "~") + names_[literal->net];
+    }
     std::string result = text(function, function.operands.front(), function.operands.size() > 1);
     for (std::size_t i = 1; i < function.operands.size(); ++i) {
       result += " ^ " + text(function, function.operands[i], true);
@@ -213,16 +216,13 @@ class Writer {
   }
 
   std::string text(const Function& function, const Sum& sum, bool closed) const {
-    const bool takesZeros = sum.secondIs == Second::Zero && sum.second.size() < sum.on.size();
-    const CubeList& cubes = takesZeros ? sum.second : sum.on;
-    const bool invert = sum.inverted != takesZeros;
     std::string result;
-    for (const Cube& cube : cubes) {
+    for (const Cube& cube : sum.on) {
       result += (result.empty() ? "" : " | ") + product(function, cube);
     }
-    if (result.empty()) return invert ? "1'b1" : "1'b0";
+    if (result.empty()) return sum.inverted ? "1'b1" : "1'b0";
     const bool isSingle = result.find_first_of("&|") == std::string::npos;
-    if (invert) return isSingle && result[0] != '~' ? "~" + result : "~(" + result + ")";
+    if (sum.inverted) return isSingle && result[0] != '~' ? "~" + result : "~(" + result + ")";
     return closed && !isSingle ? "(" + result + ")" : result;
   }
 

@@ -10,8 +10,8 @@
 namespace ostrel::convert {
 
 /// Writes one module with the ports of the netlist: a wire for each node, an always block for each
-/// register, a conditional assignment for each pin that can be off. Don't-cares take the value that
-/// needs fewer terms. Gives the name of each net as it stands in the text, with the backslash and
+/// register, a conditional assignment for each pin that can be off. There are no don't-cares
+/// left. Gives the name of each net as it stands in the text, with the backslash and
 /// the blank of an escaped one.
 std::vector<std::string> writeVerilog(const Netlist& netlist, std::ostream& out);
 
