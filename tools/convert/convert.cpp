@@ -26,9 +26,9 @@ struct Word {
   Format format;
 };
 
-constexpr std::array words = {Word{"json", Format::Json}, Word{"pla", Format::Pla},
-                              Word{"tt2", Format::Tt2},   Word{"tt3", Format::Tt2},
-                              Word{"v", Format::Verilog}, Word{"blif", Format::Blif}};
+constexpr std::array formatWords = {Word{"json", Format::Json}, Word{"pla", Format::Pla},
+                                    Word{"tt2", Format::Tt2},   Word{"tt3", Format::Tt2},
+                                    Word{"v", Format::Verilog}, Word{"blif", Format::Blif}};
 
 Netlist read(std::string_view text, const std::string& file, Format format, Report& report) {
   if (format == Format::Json) return readJson(text, file, report);
@@ -80,7 +80,7 @@ void prepare(Netlist& netlist, Format format, Report& report) {
 }  // namespace
 
 std::optional<Format> formatOf(std::string_view word) {
-  for (const Word& known : words) {
+  for (const Word& known : formatWords) {
     if (known.text == word) return known.format;
   }
   return std::nullopt;

@@ -9,17 +9,17 @@ namespace ostrel::convert {
 
 namespace {
 
-struct Fault {
+struct BlifFault {
   std::string text;
 };
 
-class Reader {
+class BlifReadBack {
  public:
-  explicit Reader(std::string_view text) : stream_(std::string(text)) {}
+  explicit BlifReadBack(std::string_view text) : stream_(std::string(text)) {}
 
   Netlist read() {
     while (next()) readLine();
-    if (!isEnded_) throw Fault{".end is missing"};
+    if (!isEnded_) throw BlifFault{".end is missing"};
     return std::move(netlist_);
   }
 
@@ -31,7 +31,7 @@ class Reader {
     return true;
   }
 
-  [[noreturn]] void fail() const { throw Fault{"the line " + line_}; }
+  [[noreturn]] void fail() const { throw BlifFault{"the line " + line_}; }
 
   const std::string& word(std::size_t i) const {
     if (i >= words_.size()) fail();
@@ -136,8 +136,8 @@ class Reader {
 
 Netlist readBackBlif(std::string_view text, Report& report) {
   try {
-    return Reader(text).read();
-  } catch (const Fault& fault) {
+    return BlifReadBack(text).read();
+  } catch (const BlifFault& fault) {
     report.problems.push_back("the BLIF that was to be written is wrong: " + fault.text);
     return {};
   }

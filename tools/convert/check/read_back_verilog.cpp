@@ -8,7 +8,7 @@ namespace ostrel::convert {
 
 namespace {
 
-struct Fault {
+struct VerilogFault {
   std::string text;
 };
 
@@ -31,9 +31,9 @@ std::vector<std::string> tokensOf(std::string_view text) {
   return tokens;
 }
 
-class Reader {
+class VerilogReadBack {
  public:
-  explicit Reader(std::string_view text) : tokens_(tokensOf(text)) {}
+  explicit VerilogReadBack(std::string_view text) : tokens_(tokensOf(text)) {}
 
   Netlist read() {
     expect("module");
@@ -57,7 +57,7 @@ class Reader {
     std::string text;
     for (std::size_t i = from; i < std::min(next_ + 3, tokens_.size()); ++i)
       text += " " + tokens_[i];
-    throw Fault{"at" + text};
+    throw VerilogFault{"at" + text};
   }
   const std::string& peek() const {
     if (next_ >= tokens_.size()) fail();
@@ -301,8 +301,8 @@ class Reader {
 
 Netlist readBackVerilog(std::string_view text, Report& report) {
   try {
-    return Reader(text).read();
-  } catch (const Fault& fault) {
+    return VerilogReadBack(text).read();
+  } catch (const VerilogFault& fault) {
     report.problems.push_back("the Verilog that was to be written is wrong " + fault.text);
     return {};
   }

@@ -3,71 +3,23 @@
 
 #include <algorithm>
 #include <charconv>
-#include <nlohmann/json.hpp>
 #include <unordered_map>
 #include <unordered_set>
 
 #include "convert/read/cells.h"
+#include "convert/read/json_place.h"
 #include "fil/text.h"
 
 namespace ostrel::convert {
 
 namespace {
 
-using Json = nlohmann::ordered_json;
-
-// Ends the reading.
-struct Fault {
-  std::string text;
-};
-
-// A value and where it stands.
-struct Place {
-  const Json& value;
-  std::string path;
-
-  Place at(const std::string& key) const {
-    const auto found = value.is_object() ? value.find(key) : value.end();
-    if (found == value.end()) throw Fault{path + ": " + key + " is missing"};
-    return {*found, path + "." + key};
-  }
-  bool has(const std::string& key) const { return value.is_object() && value.contains(key); }
-
-  std::string text() const {
-    if (!value.is_string()) throw Fault{path + ": a text should stand here"};
-    return value.get<std::string>();
-  }
-
-  const Json::array_t& list() const {
-    if (!value.is_array()) throw Fault{path + ": a list should stand here"};
-    return value.get_ref<const Json::array_t&>();
-  }
-
-  template <class Visit>
-  void forEachMember(Visit visit) const {
-    if (!value.is_object()) throw Fault{path + ": an object should stand here"};
-    for (const auto& [key, member] : value.items()) visit(key, Place{member, path + "." + key});
-  }
-
-  // A number, which stands as itself or as the text of its bits.
-  std::int64_t number() const {
-    if (value.is_number_integer()) return value.get<std::int64_t>();
-    const std::string bits = text();
-    std::int64_t result = 0;
-    const auto [end, error] = std::from_chars(bits.data(), bits.data() + bits.size(), result, 2);
-    if (error != std::errc() || end != bits.data() + bits.size()) {
-      throw Fault{path + ": a number should stand here"};
-    }
-    return result;
-  }
-};
-
 constexpr std::int64_t widestSum = 10'000;
 constexpr int largestIndex = 1'000'000;
 
-class Reader {
+class JsonReader {
  public:
-  explicit Reader(Report& report) : report_(report) {}
+  explicit JsonReader(Report& report) : report_(report) {}
 
   Netlist read(const Place& module, const std::string& name) {
     netlist_.name = name;
@@ -87,7 +39,7 @@ class Reader {
   static int offsetOf(const Place& wire) {
     const std::int64_t offset = wire.has("offset") ? wire.at("offset").number() : 0;
     if (offset < -largestIndex || offset > largestIndex) {
-      throw Fault{wire.path + ": this is no range of bits"};
+      throw JsonFault{wire.path + ": this is no range of bits"};
     }
     return static_cast<int>(offset);
   }
@@ -135,7 +87,7 @@ class Reader {
     const std::string text = value.is_string() ? value.get<std::string>() : "";
     if (text == "0" || text == "1") return {std::nullopt, text[0]};
     if (text == "x" || text == "z") return {std::nullopt, 'x'};
-    throw Fault{path + ": this is no bit"};
+    throw JsonFault{path + ": this is no bit"};
   }
 
   void readPort(const std::string& name, const Place& place) {
@@ -147,10 +99,10 @@ class Reader {
     } else if (word == "inout") {
       port.direction = Direction::Inout;
     } else if (word != "input") {
-      throw Fault{place.path + ": " + word + " is no direction"};
+      throw JsonFault{place.path + ": " + word + " is no direction"};
     }
     const auto& bits = place.at("bits").list();
-    if (bits.empty()) throw Fault{place.path + ": a port has bits"};
+    if (bits.empty()) throw JsonFault{place.path + ": a port has bits"};
     port.lowest = offsetOf(place);
     port.isVector = bits.size() > 1 || port.lowest != 0;
     port.isAscending = place.has("upto") && place.at("upto").number() != 0;
@@ -161,12 +113,13 @@ class Reader {
   // An output that shares its net with another port gets a net of its own behind it.
   void addPortBit(Port& port, std::size_t i, const Json& value, const std::string& path) {
     const std::string name = port.bitName(i);
-    if (!taken_.insert(name).second) throw Fault{path + ": the name " + name + " is there twice"};
+    if (!taken_.insert(name).second)
+      throw JsonFault{path + ": the name " + name + " is there twice"};
     const bool isNet = value.is_number_integer();
     const std::int64_t number = isNet ? value.get<std::int64_t>() : 0;
     // An inout that nothing drives can have lost its net.
-    const bool isOff = port.direction == Direction::Inout && !isNet &&
-                       bitOf(value, path).constant == 'x';
+    const bool isOff =
+        port.direction == Direction::Inout && !isNet && bitOf(value, path).constant == 'x';
     const bool takesAlias = isNet ? nets_.contains(number) : !isOff;
     if (port.direction != Direction::Input && takesAlias) {
       const Net net = netlist_.add(name, Undriven{});
@@ -175,11 +128,11 @@ class Reader {
       return;
     }
     if (!isNet && port.direction == Direction::Input) {
-      throw Fault{path + ": a constant stands for an input"};
+      throw JsonFault{path + ": a constant stands for an input"};
     }
     const Net net = netlist_.add(name, Undriven{});
     if (isNet && !nets_.emplace(number, net).second) {
-      throw Fault{path + ": two ports share a net"};
+      throw JsonFault{path + ": two ports share a net"};
     }
     if (port.direction == Direction::Input) netlist_.nets[net].driver = FromOutside{};
     port.bits.push_back(net);
@@ -204,7 +157,7 @@ class Reader {
   }
 
   Bit single(const Place& pin) {
-    if (pin.list().size() != 1) throw Fault{pin.path + ": one bit should stand here"};
+    if (pin.list().size() != 1) throw JsonFault{pin.path + ": one bit should stand here"};
     return bitOf(pin.list()[0], pin.path);
   }
 
@@ -212,7 +165,7 @@ class Reader {
     const Place place = pins.at("A");
     if (static_cast<std::int64_t>(place.list().size()) !=
         cell.at("parameters").at("WIDTH").number()) {
-      throw Fault{cell.path + ": WIDTH is not the width of A"};
+      throw JsonFault{cell.path + ": WIDTH is not the width of A"};
     }
     std::vector<Bit> inputs;
     for (const Json& bit : place.list()) inputs.push_back(bitOf(bit, place.path));
@@ -224,7 +177,7 @@ class Reader {
     std::string bits = parameter.text();
     std::ranges::reverse(bits);
     if (bits.size() != length || bits.find_first_not_of("01x") != std::string::npos) {
-      throw Fault{parameter.path + ": " + std::to_string(length) + " bits should stand here"};
+      throw JsonFault{parameter.path + ": " + std::to_string(length) + " bits should stand here"};
     }
     return bits;
   }
@@ -243,7 +196,7 @@ class Reader {
   Function sumOfProducts(const Place& cell, const Place& pins) {
     const std::vector<Bit> inputs = inputsOf(cell, pins);
     const std::int64_t depth = cell.at("parameters").at("DEPTH").number();
-    if (depth < 0 || depth > widestSum) throw Fault{cell.path + ": this is no DEPTH"};
+    if (depth < 0 || depth > widestSum) throw JsonFault{cell.path + ": this is no DEPTH"};
     const std::string bits = bitsOf(cell.at("parameters").at("TABLE"),
                                     2 * inputs.size() * static_cast<std::size_t>(depth));
     Function function = constantFunction(false);
@@ -279,7 +232,7 @@ class Reader {
 
   void drive(const Place& output, Driver driver) {
     const Bit bit = single(output);
-    if (!bit.net) throw Fault{output.path + ": a cell drives a constant"};
+    if (!bit.net) throw JsonFault{output.path + ": a cell drives a constant"};
     Driver& present = netlist_.nets[*bit.net].driver;
     if (!std::holds_alternative<Undriven>(present)) {
       return problem(output.path, netlist_.nets[*bit.net].name + " is driven a second time");
@@ -392,8 +345,8 @@ Netlist readModule(const Json& root, Report& report) {
     if (!isBlackBox(module.value)) candidates.push_back(name);
   });
   if (!tops.empty()) candidates = tops;
-  if (candidates.size() != 1) throw Fault{"modules: it needs one module, or one marked as top"};
-  return Reader(report).read(modules.at(candidates[0]), candidates[0]);
+  if (candidates.size() != 1) throw JsonFault{"modules: it needs one module, or one marked as top"};
+  return JsonReader(report).read(modules.at(candidates[0]), candidates[0]);
 }
 
 }  // namespace
@@ -405,9 +358,8 @@ Netlist readJson(std::string_view text, const std::string& file, Report& report)
     const std::string_view before = text.substr(0, std::min(error.byte, text.size()));
     const auto line = 1 + std::ranges::count(before, '\n');
     report.faults.push_back(file + ":" + std::to_string(line) + ": this is no JSON");
-  } catch (const Fault& fault) {
-    const std::size_t dots = fault.text.starts_with(".") ? 1 : 0;
-    report.faults.push_back(file + ": " + fault.text.substr(dots));
+  } catch (const JsonFault& fault) {
+    report.faults.push_back(file + ": " + fault.text);
   }
   return {};
 }

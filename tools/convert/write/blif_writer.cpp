@@ -10,9 +10,9 @@ namespace ostrel::convert {
 
 namespace {
 
-class Writer {
+class BlifWriter {
  public:
-  Writer(const Netlist& netlist, std::ostream& out) : netlist_(netlist), out_(out) {
+  BlifWriter(const Netlist& netlist, std::ostream& out) : netlist_(netlist), out_(out) {
     for (const NetRecord& record : netlist.nets) names_.push_back(free(record.name));
   }
 
@@ -116,7 +116,8 @@ class Writer {
     for (const Net input : function.inputs) out_ << " " << names_[input];
     out_ << " " << name << "\n";
     if (sum.on.empty() || function.inputs.empty()) {
-      if (sum.on.empty() == sum.inverted) out_ << std::string(function.inputs.size(), '-') << " 1\n";
+      if (sum.on.empty() == sum.inverted)
+        out_ << std::string(function.inputs.size(), '-') << " 1\n";
       return;
     }
     for (const Cube& cube : sum.on) {
@@ -133,7 +134,7 @@ class Writer {
 }  // namespace
 
 std::vector<std::string> writeBlif(const Netlist& netlist, std::ostream& out) {
-  return Writer(netlist, out).write();
+  return BlifWriter(netlist, out).write();
 }
 
 }  // namespace ostrel::convert

@@ -21,7 +21,7 @@ namespace ostrel::convert {
 namespace {
 
 constexpr std::size_t complementEffort = 1'000'000'000;
-constexpr Net none = static_cast<Net>(-1);
+constexpr Net noNet = static_cast<Net>(-1);
 
 class Former {
  public:
@@ -55,12 +55,12 @@ class Former {
     Sum sum;
   };
 
-  bool isNode(Net net) const { return !isPin_[net] && mergedInto_[net] == none; }
+  bool isNode(Net net) const { return !isPin_[net] && mergedInto_[net] == noNet; }
 
   void findSignals() {
     const std::size_t count = netlist_.nets.size();
     isPin_.assign(count, false);
-    mergedInto_.assign(count, none);
+    mergedInto_.assign(count, noNet);
     isRead_.assign(count, false);
     for (const Port& port : netlist_.ports) {
       for (const Net net : port.bits) {
@@ -92,7 +92,7 @@ class Former {
     const Driver& driver = netlist_.nets[literal->net].driver;
     const bool canMerge =
         std::holds_alternative<Register>(driver) || std::holds_alternative<Function>(driver);
-    if (canMerge && mergedInto_[literal->net] == none) mergedInto_[literal->net] = pin;
+    if (canMerge && mergedInto_[literal->net] == noNet) mergedInto_[literal->net] = pin;
   }
 
   void giveNames() {
@@ -106,7 +106,7 @@ class Former {
       }
     }
     for (std::size_t i = 0; i < mergedInto_.size(); ++i) {
-      if (mergedInto_[i] == none) continue;
+      if (mergedInto_[i] == noNet) continue;
       const bool isRegister = std::holds_alternative<Register>(netlist_.nets[i].driver);
       names_[i] = names_[mergedInto_[i]];
       const std::string inside = names_[i] + (isRegister ? ".Q" : ".COM");
@@ -132,14 +132,14 @@ class Former {
     const Driver& driver = netlist_.nets[net].driver;
     if (std::holds_alternative<Buffer>(driver)) name.extension = Extension::PIN;
     if (std::holds_alternative<Register>(driver)) name.extension = Extension::Q;
-    if (std::holds_alternative<Function>(driver) && mergedInto_[net] != none) {
+    if (std::holds_alternative<Function>(driver) && mergedInto_[net] != noNet) {
       name.extension = Extension::COM;
     }
     return name;
   }
 
   void collectColumns() {
-    columnOf_.assign(netlist_.nets.size(), none);
+    columnOf_.assign(netlist_.nets.size(), noNet);
     for (const bool wanted : {true, false}) {
       for (std::size_t i = 0; i < isRead_.size(); ++i) {
         if (!isRead_[i] || isPin_[i] != wanted) continue;

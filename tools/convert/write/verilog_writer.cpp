@@ -55,9 +55,9 @@ std::string identifier(std::string_view name) {
   return isPlain ? std::string(name) : "\\" + std::string(name) + " ";
 }
 
-class Writer {
+class VerilogWriter {
  public:
-  Writer(const Netlist& netlist, std::ostream& out)
+  VerilogWriter(const Netlist& netlist, std::ostream& out)
       : netlist_(netlist), out_(out), names_(netlist.nets.size()) {
     for (const Port& port : netlist.ports) {
       for (std::size_t i = 0; i < port.bits.size(); ++i) {
@@ -246,7 +246,7 @@ class Writer {
 }  // namespace
 
 std::vector<std::string> writeVerilog(const Netlist& netlist, std::ostream& out) {
-  return Writer(netlist, out).write();
+  return VerilogWriter(netlist, out).write();
 }
 
 }  // namespace ostrel::convert
