@@ -72,23 +72,61 @@ std::optional<CubeList> complementOf(const CubeList& list, std::size_t width, Ef
   return result;
 }
 
-std::optional<TwoRail> twoRail(const Function& function, Effort& effort) {
-  if (function.operands.size() != 1) return std::nullopt;
-  const Sum& sum = function.operands[0];
-  TwoRail rails{function.inputs, sum.on, sum.second, sum.isComplete()};
+void addProducts(const CubeList& a, const CubeList& b, CubeList& result) {
+  for (const Cube& x : a) {
+    for (const Cube& y : b) {
+      if (std::optional<Cube> product = intersectCubes(x, y)) {
+        result.push_back(*std::move(product));
+      }
+    }
+  }
+}
+
+namespace {
+
+std::optional<TwoRail> twoRail(const std::vector<Net>& inputs, const Sum& sum, Effort& effort) {
+  TwoRail rails{inputs, sum.on, sum.second, sum.isComplete()};
   if (sum.secondIs == Second::Open) {
     CubeList known = sum.on;
     known.insert(known.end(), sum.second.begin(), sum.second.end());
-    std::optional<CubeList> off = complementOf(known, function.inputs.size(), effort);
+    std::optional<CubeList> off = complementOf(known, inputs.size(), effort);
     if (!off) return std::nullopt;
     rails.off = *std::move(off);
   } else {
-    ListAlgebra<Cube> algebra(function.inputs.size());
+    ListAlgebra<Cube> algebra(inputs.size());
     if (!algebra.sharp(rails.on, sum.second, effort)) return std::nullopt;
     if (!algebra.sharp(rails.off, sum.on, effort)) return std::nullopt;
   }
   if (sum.inverted) std::swap(rails.on, rails.off);
   return rails;
+}
+
+}  // namespace
+
+std::optional<TwoRail> twoRail(const Function& function, Effort& effort) {
+  TwoRail result{function.inputs, {}, everywhere(), true};
+  ListAlgebra<Cube> algebra(function.inputs.size());
+  for (const Sum& sum : function.operands) {
+    std::optional<TwoRail> next = twoRail(function.inputs, sum, effort);
+    if (!next) return std::nullopt;
+    if (&sum == &function.operands.front()) {
+      result = *std::move(next);
+      continue;
+    }
+    const std::size_t products =
+        (result.on.size() + result.off.size()) * (next->on.size() + next->off.size());
+    if (!effort.spend(products)) return std::nullopt;
+    TwoRail both{function.inputs, {}, {}, result.isComplete && next->isComplete};
+    addProducts(result.on, next->off, both.on);
+    addProducts(result.off, next->on, both.on);
+    addProducts(result.on, next->on, both.off);
+    addProducts(result.off, next->off, both.off);
+    if (!algebra.simplify(both.on, effort) || !algebra.simplify(both.off, effort)) {
+      return std::nullopt;
+    }
+    result = std::move(both);
+  }
+  return result;
 }
 
 Function fromTwoRail(TwoRail rails, bool canInvert) {

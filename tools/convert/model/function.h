@@ -55,8 +55,7 @@ std::optional<bool> asConstant(const Function& function);
 /// The number of cubes that the operands list.
 std::size_t termCount(const Function& function);
 
-/// The two lists that say all: where a single sum is 1, where it is 0. Both halves are free of what
-/// the marks and the second list were about.
+/// The two lists that say all: where a function is 1, where it is 0. What neither has is open.
 struct TwoRail {
   std::vector<Net> inputs;
   CubeList on;
@@ -64,8 +63,11 @@ struct TwoRail {
   bool isComplete = true;
 };
 
-/// None where the effort is not enough, or for a function of two operands.
+/// None where the effort is not enough.
 std::optional<TwoRail> twoRail(const Function& function, Effort& effort);
+
+/// Appends the products of each cube of one list with each of the other.
+void addProducts(const CubeList& a, const CubeList& b, CubeList& result);
 
 /// The shorter list of a complete function, with a mark if that is the OFF set and `canInvert`;
 /// both lists of another one.

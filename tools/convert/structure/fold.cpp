@@ -35,7 +35,7 @@ constexpr std::size_t mostCubes = 20'000;      // of one list, simplified or not
 
 struct Piece {
   Function* home;
-  std::optional<TwoRail> rails;  // none for a pair, which stays as it is
+  std::optional<TwoRail> rails;  // none where they are too large: it stays as it is then
   bool canInvert;
   bool isControl;
 
@@ -69,16 +69,6 @@ Parts split(const CubeList& list, std::size_t column, const std::vector<std::uin
         .push_back(remapCube(cube, map));
   }
   return parts;
-}
-
-void addProducts(const CubeList& a, const CubeList& b, CubeList& result) {
-  for (const Cube& x : a) {
-    for (const Cube& y : b) {
-      if (std::optional<Cube> product = intersectCubes(x, y)) {
-        result.push_back(*std::move(product));
-      }
-    }
-  }
 }
 
 // The lists after the substitution; none where they grow too large.
