@@ -31,7 +31,7 @@ constexpr std::size_t nodeCost = 5;
 constexpr std::size_t mostRounds = 20;
 constexpr std::size_t flatEffort = 2'000'000'000;
 constexpr std::size_t foldEffort = 2'000'000;  // of one try
-constexpr std::size_t mostCubes = 20'000;      // of one list, simplified or not
+constexpr std::size_t mostCubes = 200'000;     // of one list, simplified or not
 
 struct Piece {
   Function* home;
@@ -71,6 +71,23 @@ Parts split(const CubeList& list, std::size_t column, const std::vector<std::uin
   return parts;
 }
 
+// Makes the cubes prime: a literal goes where the cube then still misses the other list.
+bool expand(CubeList& list, const CubeList& other, ListAlgebra<Cube>& algebra, Effort& effort) {
+  for (Cube& cube : list) {
+    std::vector<std::pair<std::size_t, char>> literals;
+    cube.forEachLiteral(
+        [&](std::size_t column, char sense) { literals.emplace_back(column, sense); });
+    if (!effort.spend(literals.size() * other.size())) return false;
+    for (const auto& [column, sense] : literals) {
+      cube.set(column, '-');
+      const bool isWrong = std::ranges::any_of(
+          other, [&cube](const Cube& zero) { return cubesIntersect(cube, zero); });
+      if (isWrong) cube.set(column, sense);
+    }
+  }
+  return algebra.simplify(list, effort);
+}
+
 // The lists after the substitution; none where they grow too large.
 std::optional<TwoRail> substitute(const TwoRail& reader, Net net, const TwoRail& value,
                                   std::size_t limit, Effort& effort) {
@@ -108,6 +125,8 @@ std::optional<TwoRail> substitute(const TwoRail& reader, Net net, const TwoRail&
     if (!value.isComplete) addProducts(parts.with0, parts.with1, *to);
     if (!algebra.simplify(*to, effort)) return std::nullopt;
   }
+  if (!expand(result.on, result.off, algebra, effort)) return std::nullopt;
+  if (!expand(result.off, result.on, algebra, effort)) return std::nullopt;
   return result;
 }
 
