@@ -2,8 +2,8 @@
 //
 // Idea. Inputs, pins that can be off and registers are variables, by name; what a function drives
 // is replaced by the function, each in front of its readers. Every net has two literals, where it
-// is 1 and where it is 0; neither is a don't-care. A loop leaves no such order: then each function
-// net that both sides name is a variable too, and compared.
+// is 1 and where it is 0; neither is a don't-care. Functions that both sides name are variables
+// too, and compared, where there is a loop, which leaves no order, and where they are open.
 //
 // Example. The source has c = a b, q.D = c ^ d, and in the file c was folded. Both give q.D as a
 // function of a, b and d; the question is whether they can differ.
@@ -13,6 +13,7 @@
 
 #include <map>
 #include <unordered_map>
+#include <unordered_set>
 
 #include "verify/proof/prover.h"
 
@@ -31,23 +32,17 @@ struct Rails {
 };
 
 using Variables = std::map<std::string, Literal>;
+using Names = std::unordered_set<std::string>;
 
 class Side {
  public:
-  Side(Graph& graph, const Netlist& netlist, Variables& variables, const Netlist* cuts)
+  Side(Graph& graph, const Netlist& netlist, Variables& variables, const Names& cuts)
       : graph_(graph), netlist_(netlist), values_(netlist.nets.size()) {
-    std::unordered_map<std::string_view, const NetRecord*> others;
-    if (cuts != nullptr) {
-      for (const NetRecord& record : cuts->nets) others.emplace(record.name, &record);
-    }
     isFree_.assign(netlist.nets.size(), false);
     for (std::size_t i = 0; i < netlist.nets.size(); ++i) {
       const NetRecord& record = netlist.nets[i];
       byName_.emplace(record.name, static_cast<Net>(i));
-      const auto other = others.find(record.name);
-      const bool isCut =
-          other != others.end() && std::holds_alternative<Function>(other->second->driver);
-      if (std::holds_alternative<Function>(record.driver) && !isCut) continue;
+      if (std::holds_alternative<Function>(record.driver) && !cuts.contains(record.name)) continue;
       auto [place, isNew] = variables.try_emplace(record.name);
       if (isNew) place->second = graph.variable();
       values_[i] = {place->second, !place->second};
@@ -155,14 +150,31 @@ bool hasLoop(const Netlist& netlist) {
   return loop.has_value();
 }
 
+// Functions of both sides at which both are cut: all of them where there is a loop, and otherwise
+// those that leave something open, so that what reads one agrees for each value that it can have.
+Names cutsOf(const Netlist& source, const Netlist& written) {
+  Names names;
+  Names result;
+  const bool cutsAll = hasLoop(source) || hasLoop(written);
+  for (const NetRecord& record : written.nets) {
+    if (std::holds_alternative<Function>(record.driver)) names.insert(record.name);
+  }
+  for (const NetRecord& record : source.nets) {
+    const auto* function = std::get_if<Function>(&record.driver);
+    if (function == nullptr || !names.contains(record.name)) continue;
+    if (cutsAll || !function->isComplete()) result.insert(record.name);
+  }
+  return result;
+}
+
 class Checker {
  public:
   Checker(const Netlist& source, const Netlist& written, std::int64_t effort, Report& report)
       : source_(source),
         written_(written),
-        isCut_(hasLoop(source) || hasLoop(written)),
-        left_(graph_, source, variables_, isCut_ ? &written : nullptr),
-        right_(graph_, written, variables_, isCut_ ? &source : nullptr),
+        cuts_(cutsOf(source, written)),
+        left_(graph_, source, variables_, cuts_),
+        right_(graph_, written, variables_, cuts_),
         work_{effort, verify::QuestionFiles("")},
         report_(report) {}
 
@@ -183,7 +195,7 @@ class Checker {
       const NetRecord* other = right_.find(record.name);
       const bool isNode = !isPort[i] && std::holds_alternative<Function>(record.driver);
       const bool isNothing = std::holds_alternative<Undriven>(record.driver);
-      if (isNothing || (isNode && (!isCut_ || other == nullptr))) continue;
+      if (isNothing || (isNode && !cuts_.contains(record.name))) continue;
       if (other == nullptr || record.driver.index() != other->driver.index()) {
         report_.problems.push_back(record.name + ": the file lost it");
       } else {
@@ -272,7 +284,7 @@ class Checker {
   const Netlist& written_;
   Graph graph_;
   Variables variables_;
-  bool isCut_;
+  Names cuts_;
   Side left_;
   Side right_;
   verify::Simulation simulation_{graph_};

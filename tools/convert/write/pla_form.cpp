@@ -202,6 +202,10 @@ class Former {
       report_.notes.push_back(name + ": the halves of a pair stand in two columns");
     }
     if (!column.sum.inverted) return;
+    if (column.sum.secondIs == Second::Zero) {
+      column.sum.inverted = false;
+      return column.sum.on.swap(column.sum.second);
+    }
     const Function function{column.inputs, {column.sum}};
     std::optional<TwoRail> rails = twoRail(function, effort_);
     if (!rails) {
