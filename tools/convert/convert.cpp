@@ -61,6 +61,13 @@ Netlist readAgain(const Netlist& netlist, const Written& written, Format format,
   }
   Netlist result = format == Format::Verilog ? readBackVerilog(written.text, report)
                                              : readBackBlif(written.text, report);
+  for (const Port& port : result.ports) {
+    for (const Net net : port.bits) {
+      Driver& driver = result.nets[net].driver;
+      const bool isOpen = std::holds_alternative<Undriven>(driver);
+      if (isOpen && port.direction == Direction::Inout) driver = FromOutside{};
+    }
+  }
   std::unordered_map<std::string_view, std::string_view> originals;
   for (std::size_t i = 0; i < written.names.size(); ++i) {
     originals.emplace(written.names[i], netlist.nets[i].name);
