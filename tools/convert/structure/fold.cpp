@@ -211,7 +211,7 @@ class Folder {
       changes.emplace_back(reader, *std::move(trial.rails));
     }
     if (!folding_.flat && after > before) return false;
-    commit(net, std::move(changes));
+    commit(net, changes);
     return true;
   }
 
@@ -236,7 +236,7 @@ class Folder {
     return false;
   }
 
-  void commit(Net net, std::vector<std::pair<std::size_t, TwoRail>> changes) {
+  void commit(Net net, std::vector<std::pair<std::size_t, TwoRail>>& changes) {
     for (auto& [reader, rails] : changes) {
       for (const Net input : pieces_[reader].rails->inputs) std::erase(readers_[input], reader);
       for (const Net input : rails.inputs) addReader(input, reader);
