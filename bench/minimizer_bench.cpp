@@ -55,7 +55,8 @@ BENCHMARK(minimise)->Arg(2000)->Arg(20000)->Unit(benchmark::kMicrosecond);
 
 void complement(benchmark::State& state) {
   onRandomCovers(state, [](CubeList cubes, std::size_t width) {
-    complementList(cubes, width);
+    Effort unbounded;
+    complementList(cubes, width, unbounded);
     return cubes.size();
   });
 }
@@ -63,14 +64,18 @@ BENCHMARK(complement)->Args({8, 64})->Args({16, 16})->Unit(benchmark::kMicroseco
 
 void expandXor(benchmark::State& state) {
   onRandomCovers(state, [](const CubeList& cubes, std::size_t width) {
-    return xorExpand(cubes, width).size();
+    Effort unbounded;
+    XorExpansion<Cube64> expansion(width, unbounded);
+    XorExpansion<Cube64>::State sum;
+    for (const Cube& cube : cubes) expansion.take(sum, Cube64(cube));
+    return expansion.sum(sum).size();
   });
 }
 BENCHMARK(expandXor)->Args({8, 64})->Args({16, 16})->Unit(benchmark::kMicrosecond);
 
 void coverByXor(benchmark::State& state) {
   onRandomCovers(state, [](const CubeList& cubes, std::size_t width) {
-    return xorCover(cubes, width).value_or(CubeList()).size();
+    return xorCover(std::span<const Cube>(cubes), width).value_or(CubeList()).size();
   });
 }
 BENCHMARK(coverByXor)
@@ -87,7 +92,7 @@ void coverParityByXor(benchmark::State& state) {
     if (std::popcount(point) % 2 == 0) continue;
     cubes.emplace_back().setBlock(0, {0xFF, point});
   }
-  for (auto _ : state) benchmark::DoNotOptimize(xorCover(cubes, 8));
+  for (auto _ : state) benchmark::DoNotOptimize(xorCover(std::span<const Cube>(cubes), 8));
 }
 BENCHMARK(coverParityByXor)->Unit(benchmark::kMicrosecond);
 

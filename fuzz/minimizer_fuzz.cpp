@@ -6,18 +6,18 @@
 #include <optional>
 #include <vector>
 
+#include "minimizer/budgets.h"
 #include "minimizer/cover_bound.h"
 #include "minimizer/sum_of_products.h"
 #include "minimizer/xor_cover.h"
 #include "minimizer/xor_expansion.h"
+#include "minimizer/xor_pair.h"
 
 namespace {
 
 using namespace ostrel;
 
 constexpr std::size_t evaluatedWidth = 10;
-constexpr std::size_t complementBudget = 4096;
-constexpr std::size_t xorBudget = 25600;
 
 // How many cubes of the list hold each point of the space.
 std::vector<std::size_t> countPoints(const CubeList& list, std::size_t width) {
@@ -47,25 +47,31 @@ bool sameSum(std::size_t in, std::size_t out) {
 
 void checkSums(const CubeList& cubes, std::size_t width, std::size_t extraColumns) {
   compare(cubes, minimizeList(cubes, width, width + extraColumns), width, sameSum);
-  if (width * width * cubes.size() > complementBudget) return;
+  if (width * width * cubes.size() > complexityLimit) return;
+  Effort effort(effortOfOne);
   CubeList list = cubes;
-  simplifyList(list, width);
+  if (!ListAlgebra<Cube>(width, effort).simplify(list)) std::abort();
   compare(cubes, list, width, sameSum);
-  complementList(list, width);
+  if (!complementList(list, width, effort)) std::abort();
   if (!cubes.empty()) {
     compare(cubes, list, width, [](auto in, auto out) { return (in > 0) != (out > 0); });
   }
 }
 
-// As a caller does it: the cover, and one cube of it against the expansion of all others.
+// The cover, and one cube of it against the expansion of all others.
 void checkXor(const CubeList& cubes, std::size_t width) {
-  const auto cover = xorCover(cubes, width);
+  const auto cover = xorCover(std::span<const Cube>(cubes), width);
   if (!cover) return;
   compare(cubes, *cover, width, [](auto in, auto out) { return (in > 0) == (out % 2 == 1); });
   if (cover->empty()) std::abort();
   const CubeList others(cover->begin() + 1, cover->end());
-  const CubeList sum = xorExpand(others, width);
-  const std::size_t bound = CoverBound(cubes, width).ofXor(cover->front(), cubes.size() + 1);
+  Effort effort(effortOfOne);
+  XorExpansion<Cube> expansion(width, effort);
+  XorExpansion<Cube>::State state;
+  for (const Cube& cube : others) expansion.take(state, cube);
+  const CubeList sum = expansion.sum(state);
+  CoverBound lower(std::span<const Cube>(cubes), width);
+  const std::size_t bound = lower.ofXor(cover->front().block(0), cubes.size() + 1);
   // A universal cube whose companions cancel has no sum of products here.
   if (sum.empty() && std::any_of(others.begin(), others.end(),
                                  [](const Cube& cube) { return cube.literalCount() == 0; })) {
@@ -73,6 +79,17 @@ void checkXor(const CubeList& cubes, std::size_t width) {
   }
   if (bound > sum.size()) std::abort();
   compare(others, sum, width, [](auto in, auto out) { return (in % 2 == 1) == (out > 0); });
+}
+
+void checkPair(const CubeList& cubes, std::size_t width) {
+  const auto pair = bestXorPair(cubes, width, {1000, cubes.size() + 1, true}, [] {});
+  if (!pair || width > evaluatedWidth) return;
+  const auto wanted = countPoints(cubes, width);
+  const auto left = countPoints({pair->left}, width);
+  const auto right = countPoints(pair->right, width);
+  for (std::size_t point = 0; point < wanted.size(); ++point) {
+    if ((wanted[point] > 0) != ((left[point] > 0) != (right[point] > 0))) std::abort();
+  }
 }
 
 }  // namespace
@@ -93,5 +110,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   }
   checkSums(cubes, width, extraColumns);
   checkXor(cubes, width);
+  checkPair(cubes, width);
   return 0;
 }

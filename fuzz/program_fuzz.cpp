@@ -5,33 +5,23 @@
 #include <cstdint>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <iostream>
-#include <sstream>
 #include <string>
 #include <string_view>
 #include <system_error>
 
 #include "run/options.h"
 #include "run/run.h"
+#include "support/program.h"
 
 namespace fs = std::filesystem;
 
 namespace {
 
-std::string readAll(const std::string& name) {
-  std::ostringstream content;
-  content << std::ifstream(name, std::ios::binary).rdbuf();
-  return content.str();
-}
-
 /// The current folder for as long as it lives: new and empty, away from every name of the fuzzer.
 class Folder {
  public:
-  Folder() : before_(fs::current_path()) {
-    std::string name = fs::temp_directory_path() / "ostrel_XXXXXX";
-    fs::current_path(own_ = mkdtemp(name.data()));
-  }
+  Folder() : before_(fs::current_path()), own_(makeFolder()) { fs::current_path(own_); }
   Folder(const Folder&) = delete;
   Folder& operator=(const Folder&) = delete;
   ~Folder() {
@@ -63,15 +53,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   std::cout.setstate(std::ios::badbit);
   std::cerr.setstate(std::ios::badbit);
   const Folder folder;
-  std::ofstream("in.tt2", std::ios::binary) << design;
-  std::ofstream("opt", std::ios::binary) << words;
-  std::ofstream("out", std::ios::binary) << "an older output";
+  writeFile("in.tt2", design);
+  writeFile("opt", words);
+  writeFile("out", "an older output");
   const int exitCode = ostrel::runProgram({"ostrel", "-output", "out", "-log", "log", "-err", "err",
                                            "-percent", "pc", "@opt", "-input", "in.tt2"});
   require(exitCode >= 0 && exitCode <= 2, "an exit code of no meaning");
-  require(readAll("in.tt2") == design, "the input has changed");
+  require(readFile("in.tt2") == design, "the input has changed");
   const std::string& output = ostrel::options().output;
-  const std::string left = readAll(output);
+  const std::string left = readFile(output);
   std::error_code ignored;
   require(exitCode == 0 ? left.ends_with(".end\n")
                         : left.empty() || fs::equivalent(output, "in.tt2", ignored),

@@ -54,6 +54,7 @@ std::string describe(const Options& seen) {
   number("percent", seen.percent, plain.percent);
   number("gui", seen.gui, plain.gui);
   number("lossless", seen.lossless, plain.lossless);
+  number("minimize", static_cast<int>(seen.minimize), 0);
   return out.str();
 }
 
@@ -99,6 +100,11 @@ TEST(CommandLine, LeavesInTheOptions) {
       {"--LOSSLESS -xor no", "lossless=1 "},
       {"--lossless=yes --loss --lossless2 --xor --= -lossless", ""},
       {"-input --lossless x", "in=x out=y lossless=1 "},
+      {"--minimize fast --minimiz=deep --minimize2", "minimize=2 "},
+      {"--Minimize=FAST --lossless", "lossless=1 minimize=1 "},
+      {"--minimize=deep -xor", "xor=1 minimize=3 "},
+      {"--minimize=deep --minimize=deeper", "minimize=2 "},
+      {"--minimize= -xor", "xor=1 minimize=2 "},
   };
   for (const auto& row : table) {
     const CommandLine line = parseCommandLine(wordsOf(row.line));

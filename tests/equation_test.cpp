@@ -6,8 +6,6 @@
 #include <gtest/gtest.h>
 #include <random>
 
-#include "equation/sort_by_dashes.h"
-
 namespace ostrel {
 namespace {
 
@@ -248,23 +246,6 @@ TEST(Equation, LeavesAloneWhatWouldBeDropped) {
   EXPECT_EQ(bench.equation.offCount(), 4096);
 }
 
-TEST(Equation, SortsEqualCubesInItsOwnWay) {
-  CubeList cubes = {Cube("1-"), Cube("0-"), Cube("-1")};
-  sortByDashes(cubes);
-  EXPECT_EQ(cubes, CubeList({Cube("0-"), Cube("-1"), Cube("1-")}));
-  CubeList many;
-  std::mt19937 random(7);
-  for (int i = 0; i < 100; ++i) {
-    Cube cube;
-    for (std::size_t c = 0; c < 8; ++c) cube.set(c, "01-"[random() % 3]);
-    many.push_back(cube);
-  }
-  sortByDashes(many);
-  EXPECT_TRUE(std::is_sorted(many.begin(), many.end(), [](const Cube& a, const Cube& b) {
-    return a.literalCount() > b.literalCount();
-  }));
-}
-
 TEST(Equation, DecomposesKnownFunctions) {
   const struct {
     Texts on, left, right;
@@ -275,11 +256,10 @@ TEST(Equation, DecomposesKnownFunctions) {
   };
   for (const auto& row : table) {
     Bench bench(row.on);
-    std::unique_ptr<Equation> left;
-    std::unique_ptr<Equation> right;
-    ASSERT_TRUE(bench.equation.decomposeXor(INT_MAX, left, right));
-    EXPECT_EQ(bench.texts(left->onSet()), row.left);
-    EXPECT_EQ(bench.texts(right->onSet()), row.right);
+    const auto pair = bench.equation.decomposeXor(INT_MAX);
+    ASSERT_TRUE(pair);
+    EXPECT_EQ(bench.texts(pair->left.onSet()), row.left);
+    EXPECT_EQ(bench.texts(pair->right.onSet()), row.right);
   }
 }
 
@@ -344,21 +324,18 @@ TEST(Equation, PairsStandForTheFunction) {
     RandomCase test(random);
     Equation& equation = test.bench.equation;
     const std::vector<bool> before = test.truth(equation);
-    std::unique_ptr<Equation> left;
-    std::unique_ptr<Equation> right;
-    const bool found = equation.decomposeXor(INT_MAX, left, right);
+    const auto pair = equation.decomposeXor(INT_MAX);
     ASSERT_EQ(test.truth(equation), before) << "round " << round;
-    if (!found) continue;
+    if (!pair) continue;
     ++pairs;
     // A limit that the pair keeps changes nothing.
-    std::unique_ptr<Equation> sameLeft;
-    std::unique_ptr<Equation> sameRight;
-    const int terms = left->onCount() + right->onCount();
-    ASSERT_TRUE(equation.decomposeXor(terms + 1, sameLeft, sameRight));
-    EXPECT_EQ(sameLeft->onSet(), left->onSet());
-    EXPECT_EQ(sameRight->onSet(), right->onSet());
-    const std::vector<bool> a = test.truth(*left);
-    const std::vector<bool> b = test.truth(*right);
+    const int terms = pair->left.onCount() + pair->right.onCount();
+    const auto same = equation.decomposeXor(terms + 1);
+    ASSERT_TRUE(same);
+    EXPECT_EQ(same->left.onSet(), pair->left.onSet());
+    EXPECT_EQ(same->right.onSet(), pair->right.onSet());
+    const std::vector<bool> a = test.truth(pair->left);
+    const std::vector<bool> b = test.truth(pair->right);
     for (std::size_t i = 0; i < before.size(); ++i) {
       ASSERT_EQ(a[i] != b[i], before[i]) << "round " << round;
     }

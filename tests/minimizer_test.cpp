@@ -8,13 +8,19 @@
 #include <optional>
 #include <random>
 #include <set>
+#include <span>
+#include <utility>
 
+#include "minimizer/budgets.h"
+#include "minimizer/column_map.h"
 #include "minimizer/cover_bound.h"
 #include "minimizer/cube_groups.h"
-#include "minimizer/cube_index.h"
+#include "minimizer/hash_index.h"
 #include "minimizer/sum_of_products.h"
 #include "minimizer/xor_cover.h"
 #include "minimizer/xor_expansion.h"
+#include "minimizer/xor_order.h"
+#include "minimizer/xor_pair.h"
 
 namespace ostrel {
 namespace {
@@ -42,6 +48,27 @@ Texts randomTexts(std::mt19937& random, std::size_t count, std::size_t width) {
   return texts;
 }
 
+// The operations on lists of Cubes, with an effort that never ends.
+void simplifyList(CubeList& list, std::size_t width) {
+  Effort unbounded;
+  ListAlgebra<Cube>(width, unbounded).simplify(list);
+}
+
+void sharpList(CubeList& list, const CubeList& taken, std::size_t width) {
+  Effort unbounded;
+  ListAlgebra<Cube>(width, unbounded).sharp(list, taken);
+}
+
+template <PackedCube C = Cube>
+CubeList xorExpand(const CubeList& cubes, std::size_t width) {
+  Effort unbounded;
+  XorExpansion<C> expansion(width, unbounded);
+  typename XorExpansion<C>::State state;
+  for (const Cube& cube : cubes) expansion.take(state, C(cube));
+  const auto sum = expansion.sum(state);
+  return CubeList(sum.begin(), sum.end());
+}
+
 // The operations on texts, so that one loop runs a table of them.
 using Operation = std::function<Texts(const Texts&)>;
 std::size_t widthOf(const Texts& texts) {
@@ -62,13 +89,16 @@ Operation minimize(std::size_t unusedColumns) {
   };
 }
 const Operation simplify = inPlace(simplifyList);
-const Operation complement =
-    inPlace([](CubeList& list, std::size_t width) { complementList(list, width); });
+const Operation complement = inPlace([](CubeList& list, std::size_t width) {
+  Effort unbounded;
+  complementList(list, width, unbounded);
+});
 const Operation expandXor = [](const Texts& texts) {
   return textsOf(xorExpand(cubesOf(texts), widthOf(texts)), widthOf(texts));
 };
 const Operation coverByXor = [](const Texts& texts) {
-  const auto cover = xorCover(cubesOf(texts), widthOf(texts));
+  const CubeList cubes = cubesOf(texts);
+  const auto cover = xorCover(std::span<const Cube>(cubes), widthOf(texts));
   return cover ? textsOf(*cover, widthOf(texts)) : Texts{"none"};
 };
 
@@ -82,7 +112,6 @@ TEST(Cube, ComparesAcrossBlocks) {
   EXPECT_FALSE(cubeContains(wide, Cube("---1")));
   Cube other = wide;
   other.invert(129);
-  EXPECT_EQ(distance(wide, other), 1U);
   EXPECT_EQ(adjacentColumn(wide, other), std::optional<std::size_t>(129));
   EXPECT_FALSE(cubesIntersect(wide, other));
   wide.set(129, '-');
@@ -122,7 +151,13 @@ TEST(Cube, MakesProductsPiecesAndMaps) {
     EXPECT_EQ(sharpCube(a, b, pieces), row.pieced);
     EXPECT_EQ(textsOf(pieces, widthOf({row.a})), row.pieces);
   }
-  EXPECT_EQ(remapCube(Cube("1-0"), std::vector<std::uint32_t>{4, 0, 1}).text(6), "-0--1-");
+  ColumnSet used;
+  for (const std::size_t column : {70U, 3U, 5U}) used.insert(column);
+  const ColumnMap map(used, 80);
+  Cube wide("-----1");
+  wide.set(70, '0');
+  EXPECT_EQ(map.compact(wide).text(map.compactWidth()), "-10");
+  EXPECT_EQ(map.restore(Cube("-10")), wide);
   EXPECT_EQ(adjacentColumn(Cube("1-0"), Cube("110")), std::nullopt);
   EXPECT_EQ(adjacentColumn(Cube("1-0"), Cube("0-1")), std::nullopt);
 }
@@ -290,37 +325,52 @@ TEST(Minimizer, GivesTheSameListsInTwoBlocks) {
   }
 }
 
-// With and without a bound that lets sums go unseen.
-TEST(Minimizer, FindsTheFirstOfTheShortestSumsWithoutOneCube) {
+TEST(Minimizer, SortsEqualCubesInItsOwnWay) {
+  CubeList cubes = {Cube("1-"), Cube("0-"), Cube("-1")};
+  sortByDashes(cubes);
+  EXPECT_EQ(cubes, CubeList({Cube("0-"), Cube("-1"), Cube("1-")}));
+  CubeList many;
+  std::mt19937 random(7);
+  for (int i = 0; i < 100; ++i) {
+    Cube cube;
+    for (std::size_t c = 0; c < 8; ++c) cube.set(c, "01-"[random() % 3]);
+    many.push_back(cube);
+  }
+  sortByDashes(many);
+  EXPECT_TRUE(std::is_sorted(many.begin(), many.end(), [](const Cube& a, const Cube& b) {
+    return a.literalCount() > b.literalCount();
+  }));
+}
+
+// The first of the best tries, worked out one by one.
+TEST(Minimizer, FindsTheFirstOfTheShortestPairs) {
   std::mt19937 random(24);
-  int unseen = 0;
+  int found = 0;
   for (int round = 0; round < 300; ++round) {
     const std::size_t width = round % 4 == 0 ? 66 : 6;
-    const CubeList cubes = cubesOf(randomTexts(random, 1 + random() % 8, width));
-    std::vector<std::size_t> places;
-    std::vector<CubeList> sums;
-    std::optional<std::size_t> best;
-    for (std::size_t i = 0; i < cubes.size(); ++i) {
-      CubeList others = cubes;
-      others.erase(others.begin() + static_cast<std::ptrdiff_t>(i));
-      sums.push_back(xorExpand(others, width));
-      if (random() % 5 == 0) continue;
-      places.push_back(i);
-      if (!best || sums[i].size() < sums[*best].size()) best = i;
+    const CubeList cubes = cubesOf(randomTexts(random, 2 + random() % 8, width));
+    auto cover = xorCover(std::span<const Cube>(cubes), width);
+    const auto pair = bestXorPair(cubes, width, {1U << 20U, 1000, round % 2 == 0}, [] {});
+    if (!cover) {
+      ASSERT_FALSE(pair);
+      continue;
     }
-    CoverBound bound(xorExpand(cubes, width), width);
-    const auto canBeat = [&](std::size_t place, std::size_t length) {
-      const bool can = bound.ofXor(cubes[place], length) < length;
-      unseen += can ? 0 : 1;
-      return can;
-    };
-    const auto found = shortestLeftOut(cubes, places, width, canBeat);
-    ASSERT_EQ(found.has_value(), best.has_value());
-    if (!found) continue;
-    ASSERT_EQ(found->place, *best);
-    ASSERT_EQ(textsOf(found->sum, width), textsOf(sums[*best], width));
+    sortByDashes(*cover);
+    std::optional<XorPair> best;
+    for (std::size_t i = 0; i < cover->size(); ++i) {
+      if (round % 2 != 0 && (*cover)[i].literalCount() == 0) continue;
+      CubeList others = *cover;
+      others.erase(others.begin() + static_cast<std::ptrdiff_t>(i));
+      CubeList sum = xorExpand(others, width);
+      if (!best || sum.size() < best->right.size()) best = {(*cover)[i], std::move(sum)};
+    }
+    ASSERT_EQ(pair.has_value(), best.has_value());
+    if (!pair) continue;
+    ASSERT_EQ(pair->left, best->left);
+    ASSERT_EQ(textsOf(pair->right, width), textsOf(best->right, width));
+    ++found;
   }
-  EXPECT_GT(unseen, 100);
+  EXPECT_GT(found, 150);
 }
 
 /// An exclusive-or sum by its rules alone: every slot against every new cube, nothing remembered.
@@ -355,7 +405,8 @@ CubeList expandPlainly(const CubeList& cubes, std::size_t width) {
   CubeList sum;
   for (const CubeList& slot : slots) sum.insert(sum.end(), slot.begin(), slot.end());
   if (slots.empty() && isInverted) sum.emplace_back();
-  if (!slots.empty() && isInverted) complementList(sum, width);
+  Effort unbounded;
+  if (!slots.empty() && isInverted) complementList(sum, width, unbounded);
   return sum;
 }
 
@@ -370,11 +421,14 @@ TEST(Minimizer, ExpandsLikeAPlainWalkOverTheSlots) {
 }
 
 /// The numbers of the cubes that a walk from the first to the last finds covered and takes out.
-template <class AnyCoverage>
-std::vector<std::size_t> coveredBy(AnyCoverage& coverage, const std::vector<NarrowCube>& cubes) {
-  for (const NarrowCube& cube : cubes) coverage.add(cube);
-  std::vector<std::size_t> covered;
+template <PackedCube C>
+std::vector<std::size_t> coveredIn(const Texts& texts) {
+  Coverage<C> coverage;
   Effort unbounded;
+  coverage.reset(widthOf(texts));
+  std::vector<C> cubes;
+  for (const std::string& text : texts) coverage.add(cubes.emplace_back(Cube(text)));
+  std::vector<std::size_t> covered;
   for (std::size_t i = 0; i < cubes.size(); ++i) {
     if (!coverage.isCovered(cubes[i], i, unbounded)) continue;
     coverage.remove(i);
@@ -383,20 +437,26 @@ std::vector<std::size_t> coveredBy(AnyCoverage& coverage, const std::vector<Narr
   return covered;
 }
 
-// What covers what is one truth for short and for long lists.
-TEST(Minimizer, AnswersCoverageInBothForms) {
+TEST(Minimizer, FindsWhatTheOthersCover) {
   std::mt19937 random(30);
   std::size_t count = 0;
-  RowCoverage rows;
-  Coverage columns;
   for (int round = 0; round < 1000; ++round) {
-    const std::size_t width = round % 10 == 0 ? 64 : 2 + random() % 9;
-    const auto cubes =
-        narrowed(cubesOf(randomTexts(random, 1 + random() % RowCoverage::capacity, width)));
-    rows.reset();
-    columns.reset(width, cubes.size());
-    const auto covered = coveredBy(rows, cubes);
-    ASSERT_EQ(covered, coveredBy(columns, cubes)) << "round " << round;
+    const Texts list = randomTexts(random, 1 + random() % 40, 2 + random() % 7);
+    const std::vector<std::size_t> covered = coveredIn<Cube64>(list);
+    ASSERT_EQ(covered, coveredIn<Cube>(list)) << "round " << round;
+    std::vector<std::size_t> expected;
+    std::vector<unsigned> all = countPoints(list, widthOf(list));
+    for (std::size_t i = 0; i < list.size(); ++i) {
+      const auto own = countPoints({list[i]}, widthOf(list));
+      // Each of its points is counted for another one as well.
+      if (!std::equal(own.begin(), own.end(), all.begin(),
+                      [](unsigned one, unsigned any) { return one == 0 || any > 1; })) {
+        continue;
+      }
+      std::transform(all.begin(), all.end(), own.begin(), all.begin(), std::minus<>());
+      expected.push_back(i);
+    }
+    ASSERT_EQ(covered, expected) << "round " << round;
     count += covered.size();
   }
   EXPECT_GT(count, 1000U);
@@ -406,9 +466,10 @@ TEST(Minimizer, AnswersCoverageInBothForms) {
 // cube, a function has a cover that consists of what either leaves of the other.
 TEST(Minimizer, ProvesNoMoreCubesThanACoverHas) {
   const CubeList parity = cubesOf({"100", "010", "001", "111"});
-  EXPECT_EQ(CoverBound(parity, 3).ofXor(Cube(), 9), 4U);
-  EXPECT_EQ(CoverBound(parity, 3).ofXor(Cube("111"), 9), 3U);
-  EXPECT_EQ(CoverBound(parity, 3).ofXor(Cube("000"), 3), 3U);
+  CoverBound bound(std::span<const Cube>(parity), 3);
+  EXPECT_EQ(bound.ofXor({0, 0}, 9), 4U);
+  EXPECT_EQ(bound.ofXor(Cube("111").block(0), 9), 3U);
+  EXPECT_EQ(bound.ofXor(Cube("000").block(0), 3), 3U);
   std::mt19937 random(25);
   std::size_t proven = 0;
   std::size_t present = 0;
@@ -422,38 +483,40 @@ TEST(Minimizer, ProvesNoMoreCubesThanACoverHas) {
     sharpList(others, cubes, width);
     cover.insert(cover.end(), others.begin(), others.end());
     simplifyList(cover, width);
-    const std::size_t bound = CoverBound(cubes, width).ofXor(flipped[0], 1000);
-    ASSERT_LE(bound, cover.size());
-    proven += bound;
+    CoverBound lower(std::span<const Cube>(cubes), width);
+    const std::size_t least = lower.ofXor(flipped[0].block(0), 1000);
+    ASSERT_LE(least, cover.size());
+    proven += least;
     present += cover.size();
   }
   EXPECT_GT(10 * proven, 6 * present);
 }
 
-// Numbers of one key stay in the order of adding, whichever of them go.
-TEST(CubeIndex, KeepsTheOrderOfWhatIsLeft) {
-  const std::vector<std::uint64_t> keys = {7, 7, 0, 7, 7U << 20U, 7};
-  const auto left = [](const CubeIndex& index, std::uint64_t key) {
-    std::vector<std::uint32_t> numbers;
-    for (auto n = index.first(key); n != CubeIndex::none; n = index.next(n)) numbers.push_back(n);
-    return numbers;
-  };
-  CubeIndex index;
-  for (const std::size_t removed : {0, 1, 3, 5}) {
-    index.reset(keys.size() + 1);
-    for (std::size_t i = 0; i < keys.size(); ++i) index.add(keys[i], i);
-    std::vector<std::uint32_t> expected = {0, 1, 3, 5};
-    EXPECT_EQ(left(index, 7), expected);
-    index.remove(7, removed);
-    index.add(7, keys.size());  // behind all others, even if the last went
-    std::erase(expected, removed);
-    expected.push_back(6);
-    EXPECT_EQ(left(index, 7), expected);
-    EXPECT_EQ(left(index, 0), std::vector<std::uint32_t>{2});
-    EXPECT_EQ(left(index, 8), std::vector<std::uint32_t>{});
-    for (const std::uint32_t number : expected) index.remove(7, number);
-    EXPECT_EQ(left(index, 7), std::vector<std::uint32_t>{});
-    EXPECT_EQ(left(index, 7U << 20U), std::vector<std::uint32_t>{4});
+// Numbers of one key are met in the order of adding, also when the buckets had to grow.
+TEST(HashIndex, MeetsTheNumbersOfAKeyInOrder) {
+  std::mt19937 random(31);
+  HashIndex index;
+  for (const std::size_t expected : {0U, 300U}) {
+    index.reset(expected);
+    std::vector<std::uint64_t> keys;
+    for (int i = 0; i < 300; ++i) {
+      keys.push_back((random() % 2 == 0 ? std::uint64_t{7} << 61U : 7U) + random() % 20);
+      ASSERT_EQ(index.add(keys.back()), keys.size() - 1);
+    }
+    for (const std::uint64_t key : keys) {
+      std::vector<std::uint32_t> met;
+      const auto last = index.find(key, [&](std::uint32_t number) {
+        met.push_back(number);
+        return false;
+      });
+      std::vector<std::uint32_t> all;
+      for (std::uint32_t n = 0; n < keys.size(); ++n) {
+        if (keys[n] == key) all.push_back(n);
+      }
+      ASSERT_EQ(met, all);
+      ASSERT_EQ(last, HashIndex::none);
+    }
+    ASSERT_EQ(index.find(6, [](std::uint32_t) { return true; }), HashIndex::none);
   }
 }
 
@@ -493,8 +556,18 @@ void scanPartners(Groups& groups, std::size_t d, std::size_t step, const Partner
   }
 }
 
+/// The columns in which two cubes are opposite, and those in which only one has a literal.
+std::pair<std::size_t, std::size_t> differences(const Cube& a, const Cube& b) {
+  const Cube::Block x = a.block(0);
+  const Cube::Block y = b.block(0);
+  return {bitCount(x.care & y.care & (x.value ^ y.value)), bitCount(x.care ^ y.care)};
+}
+
 void scanMerge(Groups& groups) {
-  const auto differInOne = [](const Cube& a, const Cube& b) { return differingColumns(a, b) == 1; };
+  const auto differInOne = [](const Cube& a, const Cube& b) {
+    const auto [opposite, missing] = differences(a, b);
+    return opposite + missing == 1;
+  };
   scanDuplicates(groups);
   for (std::size_t d = 0; d + 1 < groups.size(); ++d) scanPartners(groups, d, 0, differInOne);
   for (std::size_t d = 0; d + 2 < groups.size(); ++d) scanPartners(groups, d, 1, differInOne);
@@ -502,7 +575,7 @@ void scanMerge(Groups& groups) {
 
 void scanExpand(Groups& groups) {
   const auto expands = [](const Cube& a, const Cube& b) {
-    return (b.block(0).care & ~a.block(0).care) == 0 && distance(a, b) == 1;
+    return (b.block(0).care & ~a.block(0).care) == 0 && differences(a, b).first == 1;
   };
   scanDuplicates(groups);
   for (std::size_t d = 0; d + 2 < groups.size(); ++d) scanPartners(groups, d, 1, expands);
@@ -527,7 +600,7 @@ TEST(CubeGroups, FindByHashWhatAScanFinds) {
     CubeGroups<Cube> groups(width);
     CubeList found = list;
     groups.groupByDashes(found);
-    expands ? groups.expandGroups() : groups.mergeGroups(width);
+    expands ? groups.expandGroups() : groups.mergeGroups(UniversalCube::StandsAlone);
     groups.flattenGroups(found);
     ASSERT_EQ(textsOf(found, width), textsOf(expected, width)) << "expands: " << expands;
   }

@@ -67,6 +67,30 @@ class World : public testing::Test {
   std::string folder_ = makeFolder();
 };
 
+// A node that only rows of 0 read is a told loss, which the verifier names.
+TEST_F(World, LeavesNoOutputThatIsNotProven) {
+  writeFile(path("lossy.tt2"),
+            "#$ PINS 3 A B Y\n#$ NODES 2 N M\n.type fr\n.i 4\n.o 4\n.ilb A B N M\n.ob Y N.X1 N M\n"
+            ".p 4\n1-10 0~~~\n---1 ~1~~\n11-- 1~~1\n01-- 1~~~\n.end\n");
+  writeFile(path("out"), old);
+  const ProgramResult lossy = shell("$OSTREL -input lossy.tt2 -output out --verify");
+  EXPECT_EQ(lossy.exitCode, 1) << lossy.out;
+  EXPECT_EQ(lossy.err, "<ERROR> K52700: the result is not proven, so the output stays empty\n");
+  EXPECT_EQ(readFile(path("out")), "");
+  // A word that the verifier alone would know doesn't reach it.
+  EXPECT_EQ(shell("$OSTREL -input lossy.tt2 -output out --lossless --verify --help").exitCode, 0);
+  EXPECT_NE(readFile(path("out")), "");
+  const ProgramResult alone =
+      shell("cp $OSTREL . && PATH=/nowhere ./ostrel -input in.tt2 --verify");
+  EXPECT_EQ(alone.exitCode, 1);
+  EXPECT_EQ(alone.err, "<ERROR> K52700: ostrel-verify can't be run, so the output stays empty\n");
+  EXPECT_EQ(readFile(path("in.tt3")), "");
+  const ProgramResult fifo =
+      shell("mkfifo f; cat in.tt2 >f & $OSTREL -input f -output out --verify");
+  EXPECT_EQ(fifo.exitCode, 1);
+  EXPECT_EQ(readFile(path("out")), "");
+}
+
 TEST_F(World, TellsOfADiskThatIsFull) {
   const ProgramResult device = shell("$OSTREL -input in.tt2 -output /dev/full -log log");
   EXPECT_EQ(device.exitCode, 2);

@@ -1,15 +1,18 @@
 #include "support/checked_run.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <iostream>
 #include <iterator>
+#include <optional>
 #include <sstream>
 #include <string_view>
 #include <vector>
 
 #include "fil/pla_writer.h"
 #include "run/command_line.h"
+#include "run/log.h"
 #include "run/pipeline.h"
 #include "support/read_text.h"
 #ifdef OSTREL_VERIFY
@@ -31,6 +34,7 @@ Words wordsFrom(std::span<const std::uint8_t, optionBytes> bytes) {
   }
   line << "-split " << bytes[1] % 24 << " -share " << 1 + bytes[2] % 5 << " -clust "
        << 1 + bytes[2] / 5 % 20;
+  if (bytes[1] / 24 % 2 == 1) line << " --minimize";
   unsigned modes = bytes[3];
   for (const char* word : {" -ck ", " -ce ", " -ar ", " -ap ", " -oe "}) {
     line << word << sets[modes % 3];
@@ -49,35 +53,76 @@ Words wordsFrom(std::span<const std::uint8_t, optionBytes> bytes) {
   std::abort();
 }
 
+struct Result {
+  std::string written;
+  std::string log;
+};
+
+/// Nothing if the run ends without an output, or with one that has no columns.
+std::optional<Result> runOnce(const ostrel::PlaFile& input, const Words& words) {
+  Words line = words;
+  line.insert(line.begin(), "ostrel");
+  ostrel::setOptions(ostrel::parseCommandLine(line).options);
+  std::ostringstream log;
+  std::streambuf* console = std::cout.rdbuf(log.rdbuf());
+  ostrel::openLog("", "", {});
+  ostrel::Run run(input);
+  const ostrel::Status status = ostrel::runPipeline(run);
+  ostrel::closeLog();
+  std::cout.rdbuf(console);
+  const bool hasColumns =
+      !run.design.columns().empty() && run.target.count(ostrel::NameKind::Output) > 0;
+  if (status != ostrel::Status::Ok || !hasColumns) return std::nullopt;
+  std::ostringstream written;
+  writePla(run.target, written, "today");
+  return Result{written.str(), log.str()};
+}
+
+/// A told run may lose what the verifier knows to be lost, a lossless one nothing.
+void judge([[maybe_unused]] const ostrel::PlaFile& input, const Result& result, const Words& words,
+           const std::string& text) {
+  const Reading output = readText(result.written);
+  if (output.status != ostrel::Status::Ok) {
+    fail("the output can't be read", words, text, result.written);
+  }
+#ifdef OSTREL_VERIFY
+  constexpr int effort = 2000;
+  const auto verdict = ostrel::verify::verify(input, output.file, ostrel::options(), {effort, {}});
+  for (const auto& finding : verdict.findings) {
+    if (finding.outcome != ostrel::verify::Outcome::Different) continue;
+    if (finding.loss.empty() || ostrel::options().lossless) {
+      fail(finding.subject + ": " + finding.detail, words, text, result.written);
+    }
+  }
+#endif
+}
+
+/// The choices that a log notes, in order.
+Words notes(const Result& result) {
+  Words found;
+  std::istringstream stream(result.log);
+  for (std::string line; std::getline(stream, line);) {
+    if (line.starts_with("<Note>")) found.push_back(line);
+  }
+  std::ranges::sort(found);
+  return found;
+}
+
 }  // namespace
 
 void runChecked(std::span<const std::uint8_t, optionBytes> bytes, const std::string& text) {
   std::cerr.setstate(std::ios::badbit);  // a design without columns is reported there
-  const Words words = wordsFrom(bytes);
-  Words line = words;
-  line.insert(line.begin(), "ostrel");
-  ostrel::setOptions(ostrel::parseCommandLine(line).options);
+  Words words = wordsFrom(bytes);
   const Reading input = readText(text);
   if (input.status != ostrel::Status::Ok) return;
-  ostrel::Run run(input.file);
-  if (ostrel::runPipeline(run) != ostrel::Status::Ok) return;
-  std::ostringstream written;
-  writePla(run.target, written, "today");
-  if (run.design.columns().empty() || run.target.count(ostrel::NameKind::Output) == 0) return;
-
-  const Reading output = readText(written.str());
-  if (output.status != ostrel::Status::Ok) {
-    fail("the output can't be read", words, text, written.str());
+  const auto told = runOnce(input.file, words);
+  if (told) judge(input.file, *told, words, text);
+  words.emplace_back("--lossless");
+  const auto lossless = runOnce(input.file, words);
+  if (!lossless) return;
+  judge(input.file, *lossless, words, text);
+  if (told && told->written != lossless->written &&
+      std::ranges::includes(notes(*told), notes(*lossless))) {
+    fail("nothing says why the outputs differ", words, told->written, lossless->written);
   }
-#ifdef OSTREL_VERIFY
-  // A run may lose what it was told to lose.
-  constexpr int effort = 2000;
-  const auto verdict =
-      ostrel::verify::verify(input.file, output.file, ostrel::options(), {effort, {}});
-  for (const auto& finding : verdict.findings) {
-    if (finding.outcome == ostrel::verify::Outcome::Different && finding.loss.empty()) {
-      fail(finding.subject + ": " + finding.detail, words, text, written.str());
-    }
-  }
-#endif
 }

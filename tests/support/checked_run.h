@@ -1,6 +1,7 @@
-// A whole run in this process, with what must hold of every run: the output can be read again, and
-// where the verifier calls it different, it knows the told step that loses this. A breach ends the
-// process with the output on stderr.
+// A whole run in this process, as told and with --lossless, with what must hold of every run: the
+// output can be read again; where the verifier calls it different, it knows the told step that
+// loses this, and never with --lossless; and the two outputs are the same, unless the log notes
+// what was chosen in another way. A breach ends the process with the output on stderr.
 #pragma once
 
 #include <cstdint>

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <filesystem>
 #include <fstream>
+#include <iostream>
 #include <optional>
 #include <ostream>
 #include <sstream>
@@ -23,6 +24,8 @@ constexpr int exitDifferent = 1;
 constexpr int exitUnusable = 2;
 constexpr int exitUndecided = 3;
 
+constexpr std::string_view standardInput = "-";
+
 constexpr std::string_view usage =
     "usage: ostrel-verify [OPTION]... INPUT OUTPUT [OPTION OF THE RUN]...\n"
     "       ostrel-verify --check INPUT\n";
@@ -33,7 +36,7 @@ constexpr std::string_view help =
     "or shows an assignment where it does not.\n"
     "\n"
     "Give the options that ostrel was run with, such as -xor -split 16: some of them say\n"
-    "what OUTPUT may look like.\n"
+    "what OUTPUT may look like. A name of - stands for standard input.\n"
     "\n"
     "  --log FILE    take the options of the run from the log that it wrote\n"
     "  --list        one line for each function\n"
@@ -75,7 +78,7 @@ bool readEffort(const std::optional<std::string>& text, std::int64_t& effort) {
 
 // False if the word is no option of the verifier.
 bool readOwnOption(const std::vector<std::string>& arguments, std::size_t& i, Command& command) {
-  const std::string word = arguments[i];
+  const std::string& word = arguments[i];
   const auto is = [&](std::string_view option) {
     return word == option || word.starts_with(std::string(option) + "=");
   };
@@ -109,7 +112,8 @@ Command readCommand(const std::vector<std::string>& arguments) {
   Command command;
   for (std::size_t i = 0; i < arguments.size(); ++i) {
     if (arguments[i].starts_with("--") && readOwnOption(arguments, i, command)) continue;
-    if (arguments[i].starts_with('-') && command.words.size() < 2 && command.fault.empty()) {
+    const bool isOption = arguments[i].starts_with('-') && arguments[i] != standardInput;
+    if (isOption && command.words.size() < 2 && command.fault.empty()) {
       command.fault = "unknown option " + arguments[i];
     }
     command.words.push_back(arguments[i]);
@@ -122,19 +126,22 @@ Command readCommand(const std::vector<std::string>& arguments) {
   return command;
 }
 
+// The whole text of a file, or of standard input for "-".
 std::optional<std::string> readText(const std::string& name) {
-  std::ifstream stream(name, std::ios::binary);
+  std::ifstream file;
+  if (name != standardInput) file.open(name, std::ios::binary);
+  if (name != standardInput && !file.is_open()) return std::nullopt;
+  std::istream& stream = file.is_open() ? file : std::cin;
   std::ostringstream text;
-  if (!stream) return std::nullopt;
   text << stream.rdbuf();  // fails for an empty file, and is bad for a folder
   return text.bad() ? std::nullopt : std::optional(text.str());
 }
 
 // What the reader says against a file; empty for nothing. An output that lost all its functions has
 // no columns, which the reader refuses without a word.
-std::string faultsOf(const std::string& name, PlaFile& file, bool isOutput) {
-  std::ifstream stream(name);
-  if (!stream) return "it can't be read";
+std::string faultsOf(const std::optional<std::string>& text, PlaFile& file, bool isOutput) {
+  if (!text) return "it can't be read";
+  std::istringstream stream(*text);
   std::ostringstream notes;
   std::ostringstream faults;
   if (readPla(stream, Console{notes, faults}, file) != Status::Ok) {
@@ -144,23 +151,18 @@ std::string faultsOf(const std::string& name, PlaFile& file, bool isOutput) {
   return isOutput ? faults.str() : "";
 }
 
-bool endsWell(const std::string& name) {
-  constexpr std::streamoff tail = 64;
-  std::ifstream stream(name, std::ios::binary | std::ios::ate);
-  stream.seekg(-std::min<std::streamoff>(tail, stream.tellg()), std::ios::end);
-  std::string word;
-  std::string last;
-  while (stream >> word) last = word;
-  return last == ".end";
+bool endsWell(std::string_view text) {
+  while (!text.empty() && isSpace(text.back())) text.remove_suffix(1);
+  return text.ends_with(".end") && (text.size() == 4 || isSpace(text[text.size() - 5]));
 }
 
-// Why a file can't be what a run writes, from its head to `.end`; empty if it can.
-std::string readOutput(const std::string& name, PlaFile& file) {
+// Why a text can't be what a run writes, from its head to `.end`; empty if it can.
+std::string readOutput(const std::optional<std::string>& text, PlaFile& file) {
   std::string line;
-  for (const std::string& word : splitWords(faultsOf(name, file, true))) {
+  for (const std::string& word : splitWords(faultsOf(text, file, true))) {
     line += (line.empty() ? "" : " ") + word;
   }
-  return line.empty() && !endsWell(name) ? "it is cut off: .end is missing" : line;
+  return line.empty() && !endsWell(*text) ? "it is cut off: .end is missing" : line;
 }
 
 // The options of a run, from its words behind the two files.
@@ -195,14 +197,17 @@ std::string withDashes(std::string text) {
   return text;
 }
 
-// A companion without a name, or with the name of INPUT or OUTPUT, is not written.
-void compareCompanion(const Command& command, const std::string& name, Verdict& verdict) {
+// A companion without a name, or with the name of INPUT or OUTPUT, is not written; it is not there
+// yet while OUTPUT is on its way.
+void compareCompanion(const Command& command, const std::string& name, const std::string& output,
+                      Verdict& verdict) {
+  if (command.words[1] == standardInput) return;
   std::error_code ignored;
   for (const std::string& other : {command.words[0], command.words[1]}) {
     if (name.empty() || std::filesystem::equivalent(name, other, ignored)) return;
   }
   const std::optional<std::string> companion = readText(name);
-  if (companion == withDashes(readText(command.words[1]).value_or(""))) return;
+  if (companion == withDashes(output)) return;
   verdict.findings.push_back(formDifference(
       name, companion ? "it is not OUTPUT with dashes for percent signs" : "it can't be read"));
 }
@@ -257,17 +262,18 @@ int check(const std::string& name, std::ostream& out, std::ostream& err) {
 
 Verdict judge(const PlaFile& input, const Command& command) {
   PlaFile output;
-  const std::string fault = readOutput(command.words[1], output);
+  const std::optional<std::string> text = readText(command.words[1]);
+  const std::string fault = readOutput(text, output);
   if (!fault.empty()) return {{formDifference("OUTPUT", fault)}, {}};
   const Options options = optionsOf(command);
   Verdict verdict = verify(input, output, options, command.judging);
-  if (options.percent) compareCompanion(command, options.percentFile, verdict);
+  if (options.percent) compareCompanion(command, options.percentFile, *text, verdict);
   return verdict;
 }
 
 int run(Command command, std::ostream& out, std::ostream& err) {
   PlaFile input;
-  const std::string fault = faultsOf(command.words[0], input, false);
+  const std::string fault = faultsOf(readText(command.words[0]), input, false);
   if (!fault.empty()) return fail(err, command.words[0] + ": " + fault);
   if (!command.log.empty()) {
     const std::vector<std::string> words = wordsInLog(command.log);

@@ -23,8 +23,8 @@ int functionCount(const PlaFile& file) {
 /// through: enough for two of the widest, and for more in step with the size of the file.
 std::size_t reserveFor(const PlaFile& file) {
   const auto rows = static_cast<std::size_t>(std::max(file.termCount, 0));
-  const auto columns =
-      static_cast<std::size_t>(file.count(NameKind::Input) + file.count(NameKind::Output));
+  const auto columns = static_cast<std::size_t>(file.count(NameKind::Input)) +
+                       static_cast<std::size_t>(file.count(NameKind::Output));
   return (std::size_t{1} << 32U) + (rows * columns << 14U);
 }
 
@@ -38,15 +38,18 @@ std::vector<ColumnSets> readOutputPlane(const PlaFile& file, TermTable& terms) {
     columns[k].on.reserve(static_cast<std::size_t>(name.onTerms));
     columns[k].off.reserve(static_cast<std::size_t>(name.offTerms));
   }
+  const bool readsFree = options().minimize != MinimizeEffort::None &&
+                         (file.type == PlaType::fd || file.type == PlaType::fdr);
   for (std::size_t row = 0; row < file.outputRows.size(); ++row) {
     if (file.outputRows.isBlank(row)) continue;
     const std::string_view marks = file.outputRows.row(row);
-    if (marks.find_first_of("01") == std::string_view::npos) continue;
+    if (marks.find_first_of(readsFree ? "01-" : "01") == std::string_view::npos) continue;
     const bool isBlank = file.inputRows.isBlank(row);
     const Term term = terms.term(isBlank ? Cube() : Cube(file.inputRows.row(row)));
     for (std::size_t k = 0; k < columns.size(); ++k) {
       if (marks[k] == '1') columns[k].on.push_back(term);
       if (marks[k] == '0') columns[k].off.push_back(term);
+      if (readsFree && marks[k] == '-') columns[k].free.push_back(term);
     }
   }
   return columns;

@@ -39,6 +39,7 @@ void serve(Design& design, std::span<const Candidate> candidates) {
   const Polarity told = node->inversionCount() == 1 ? Polarity::Inverted : Polarity::None;
   // The marks on the names needn't say in which sense the node has the function.
   const Polarity polarity = options().lossless ? node->slot(SlotLogic)->polarity : told;
+  if (polarity != told) note({node->name, " is read in the sense of its function"});
   for (const Candidate& candidate : candidates) {
     candidate.equation.substituteNode(list, column, polarity, true);
   }

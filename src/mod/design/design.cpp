@@ -4,9 +4,24 @@
 #include <cassert>
 #include <unordered_set>
 
+#include "run/log.h"
 #include "run/options.h"
 
 namespace ostrel {
+namespace {
+
+/// With --lossless true of a Signal whose value need not stand on its pin.
+bool canBeOff(const Signal& signal) {
+  const Equation* enable = signal.slot(SlotOutputEnable);
+  if (!options().lossless || enable == nullptr) return false;
+  Equation once = *enable;
+  once.dropRepeatedTerms();
+  if (once.isConstant(Constant::One)) return false;
+  note({signal.name, " can be off and serves no other function"});
+  return true;
+}
+
+}  // namespace
 
 Signal* Design::find(std::string_view name) const {
   const auto found = names_.find(name);
@@ -14,12 +29,12 @@ Signal* Design::find(std::string_view name) const {
 }
 
 Signal* Design::findEquivalent(const Equation& equation) const {
-  const auto found = std::ranges::find_if(logic_, [&](const Signal* signal) {
+  const auto serves = [&](const Signal* signal) {
     const Equation* logic = signal->slot(SlotLogic);
-    const bool canBeOff = options().lossless && signal->slot(SlotOutputEnable) != nullptr;
-    return signal->isCombinatorial() && logic != nullptr && !canBeOff &&
-           logic->sameFunction(equation);
-  });
+    return signal->isCombinatorial() && logic != nullptr && logic->sameFunction(equation) &&
+           !canBeOff(*signal);
+  };
+  const auto found = std::ranges::find_if(logic_, serves);
   return found == logic_.end() ? nullptr : *found;
 }
 

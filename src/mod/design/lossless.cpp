@@ -2,6 +2,7 @@
 #include "logic/lossless.h"
 
 #include "design/passes.h"
+#include "run/log.h"
 #include "run/options.h"
 
 namespace ostrel {
@@ -15,6 +16,16 @@ void completeFunctions(Design& design) {
 
 Status settleFunctions(Design& design) {
   if (!options().lossless) return Status::Ok;
+  for (const auto& signal : design.signals()) {
+    // The mark of a column that isn't written means nothing to the readers.
+    Equation* logic = signal->slot(SlotLogic);
+    const bool isWritten = logic == nullptr || !logic->isEmpty();
+    if (isWritten || logic->polarity != Polarity::Inverted) continue;
+    if (options().ffBeforeInverter) {
+      note({signal->name, " is not written, and neither is its mark"});
+    }
+    logic->polarity = Polarity::None;
+  }
   Status status = Status::Ok;
   for (Signal* signal : design.logic()) {
     if (settle(*signal) != Status::Ok) status = Status::Failed;

@@ -28,6 +28,14 @@ void completeFunctions(Design& design);
 /// messages, where that can't be done.
 Status settleFunctions(Design& design);
 
+// ---- minimize.cpp: nothing without --minimize ----
+
+/// Brings every function into few terms, in both sets where either may be kept.
+void minimizeFunctions(Design& design);
+
+/// Likewise what splitting has made or changed, where that gives fewer terms.
+void minimizeNewLogic(Design& design);
+
 // ---- fanout.cpp: who reads whom ----
 
 /// How many Signals read each input column.

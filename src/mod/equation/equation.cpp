@@ -5,14 +5,11 @@
 #include <cassert>
 #include <utility>
 
+#include "minimizer/budgets.h"
 #include "run/log.h"
 
 namespace ostrel {
 namespace {
-
-// A missing set is worked out only up to this measure (columns in use squared, times terms): the
-// complement of a wide function can be exponentially longer than the function.
-constexpr std::size_t complexityLimit = 4096;
 
 bool isUniversal(Term term, const TermTable& terms) {
   return terms.cube(term).literalCount() == 0;
@@ -34,6 +31,7 @@ Status Equation::readColumn(const PlaFile& file, int column, ColumnSets sets) {
   phase = file.phaseOf(column);
   onSet_ = std::move(sets.on);
   offSet_ = std::move(sets.off);
+  freeTerms_ = std::move(sets.free);
   if (isEmpty() && file.type == PlaType::f) addOffTerm(terms_->term(Cube()));
   return Status::Ok;
 }
@@ -54,6 +52,10 @@ bool Equation::isConstant(Constant constant) const {
   if (constant == Constant::One && onSet_.empty()) return false;
   const TermChain& chain = onSet_.empty() ? offSet_ : onSet_;
   return chain.empty() || isUniversal(chain.front(), *terms_);
+}
+
+bool Equation::onHoldsUniversal() const {
+  return std::ranges::any_of(onSet_, [this](Term term) { return isUniversal(term, *terms_); });
 }
 
 bool Equation::exceedsLimit(std::size_t columns, std::size_t terms) {
@@ -142,7 +144,7 @@ void Equation::swapExtension() {
 }
 
 void Equation::renumber(const std::vector<Term>& renumbered) {
-  for (TermChain* chain : {&onSet_, &offSet_}) {
+  for (TermChain* chain : {&onSet_, &offSet_, &freeTerms_}) {
     for (Term& term : *chain) {
       assert(term.index < renumbered.size());
       term = renumbered[term.index];

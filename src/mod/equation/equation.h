@@ -7,14 +7,15 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <optional>
+#include <utility>
 
 #include "fil/pla_file.h"
 #include "fil/status.h"
 #include "minimizer/term_chain.h"
 #include "minimizer/term_table.h"
 #include "run/options.h"
+#include "twolevel/minimize.h"
 
 namespace ostrel {
 
@@ -25,6 +26,16 @@ enum class Constant : unsigned char { Zero, One, Either };
 struct ColumnSets {
   TermChain on;
   TermChain off;
+  TermChain free;  ///< "-"; read for --minimize alone
+};
+
+class ColumnMap;
+struct XorOperands;
+
+/// What is known after a two-level minimisation, and the steps that it took.
+struct Minimized {
+  CoverState state = CoverState::Given;
+  std::size_t steps = 0;
 };
 
 class Equation {
@@ -69,6 +80,9 @@ class Equation {
 
   /// True if the Equation is the constant. Without terms it is 0, or 1 if it is inverted.
   bool isConstant(Constant constant) const;
+
+  /// True if some term of the ON set has no literal.
+  bool onHoldsUniversal() const;
 
   /// True if the square of the columns in use times the terms of both sets passes 4096: then no
   /// missing set is worked out. The columns are those of the support, and without one there are
@@ -119,6 +133,19 @@ class Equation {
   /// to be no smaller than the ON set is not worked out.
   bool reduceForSmaller(SetSelector selector);
 
+  /// Puts covers of few terms in the place of both sets, those of a complement where one is
+  /// missing; where both were given, points in neither are free. The sets keep what they have if
+  /// that is less, and a larger set may stay or go missing. Says what is known of the smaller set
+  /// afterwards. (minimize.h of the two-level minimisation.)
+  Minimized minimize(WantedSets wanted, Thoroughness thoroughness);
+
+  /// A pair with one term on the left and fewer than `termLimit` terms in all, or nothing; found by
+  /// a wider search than that of decomposeXor. The right operand may be inverted if `mayTurn`. For
+  /// an Equation that isn't inverted and has an ON set. Adds the steps that it took to `steps`.
+  std::optional<std::pair<Equation, Equation>> findXorPair(int termLimit, bool mayTurn,
+                                                           Thoroughness thoroughness,
+                                                           std::size_t& steps) const;
+
   // ---- columns ----
 
   /// Replaces every term by its successor after a deletion of columns.
@@ -142,13 +169,10 @@ class Equation {
 
   // ---- exclusive-or synthesis ----
 
-  /// Writes the function as the exclusive OR of a left operand, a single product term, and a right
-  /// operand, a sum of products, and stores both in the places. False if no pair was found, or if
-  /// each pair is proven to have `termLimit` terms or more; the places may then
-  /// be filled all the same. The Equation's function stays, but it may have been brought to
+  /// The function as an exclusive-or pair. None if no pair was found, or if each pair is proven to
+  /// have `termLimit` terms or more. The Equation's function stays, but it may have been brought to
   /// polarity None, with an OFF set of its own.
-  bool decomposeXor(int termLimit, std::unique_ptr<Equation>& left,
-                    std::unique_ptr<Equation>& right);
+  std::optional<XorOperands> decomposeXor(int termLimit);
 
  private:
   // Of the support only the terms that it comes from are kept: a set of columns for each Equation
@@ -164,13 +188,24 @@ class Equation {
   std::optional<TermChain> complementOf(const TermChain& chain) const;
   bool workOut(SetSelector selector, bool keepsSmaller);
   bool bringToPlainForm();
-  std::unique_ptr<Equation> makeXorOperand(std::span<const Cube> cubes, const ColumnMap& map,
-                                           XorHalf role) const;
+  Equation makeXorOperand(std::span<const Cube> cubes, const ColumnMap& map, XorHalf role) const;
 
   TermTable* terms_;
   TermChain onSet_;
   TermChain offSet_;
+  TermChain freeTerms_;  // where the file says that the function may be either
   Support support_;
 };
+
+/// A function as the exclusive OR of a left operand, a single product term, and a right operand, a
+/// sum of products.
+struct XorOperands {
+  Equation left;
+  Equation right;
+};
+
+/// Exchanges the sets of both halves of an exclusive-or pair, which keeps its function, if that
+/// makes the right one shorter and leaves the left one a single term.
+void swapSetsIfShorter(Equation& left, Equation& right);
 
 }  // namespace ostrel

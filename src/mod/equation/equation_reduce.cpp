@@ -14,17 +14,10 @@
 #include <utility>
 
 #include "equation/equation.h"
-#include "minimizer/sum_of_products.h"
+#include "minimizer/budgets.h"
 #include "run/heart.h"
 
 namespace ostrel {
-namespace {
-
-// The most steps that the complement of one function may take, about a second. What isTooComplex
-// lets through needs less than a tenth of it, where the support is that of the set in hand.
-constexpr std::size_t effortOfOne = std::size_t{1} << 31U;
-
-}  // namespace
 
 bool Equation::reduce(SetSelector selector) {
   return workOut(selector, false);

@@ -1,57 +1,15 @@
-// Exclusive-or synthesis of one Equation.
-//
-// The ON set of f is turned into an exclusive-or sum of cubes, f = c1 XOR c2 XOR ... XOR ce. Any
-// one cube can be the left operand; the right operand is then the exclusive OR of all the others,
-// brought back to a sum of products. The cube with the shortest right operand wins, and of equally
-// good cubes the one that was tried first.
-//
-// Example: the terms 100, 010, 001, 111 (odd parity) are the sum 0-- XOR --1 XOR -0-, and the pair
-// is 0-- on the left, -00 + -11 on the right: three terms in place of four.
+// Exclusive-or synthesis of one Equation: what of it may be taken apart, and the operands as
+// Equations. xor_pair.cpp finds the pair.
 #include <algorithm>
 #include <optional>
-#include <vector>
 
 #include "equation/equation.h"
-#include "equation/sort_by_dashes.h"
-#include "minimizer/cover_bound.h"
-#include "minimizer/xor_cover.h"
-#include "minimizer/xor_expansion.h"
+#include "minimizer/budgets.h"
+#include "minimizer/column_map.h"
+#include "minimizer/xor_pair.h"
 #include "run/heart.h"
 
 namespace ostrel {
-namespace {
-
-// Bounds the work twice: functions whose measure (terms times columns in use squared) is greater
-// are left alone, and the number of cubes tried shrinks as the measure and the sum grow.
-constexpr std::int64_t xorBudget = 25600;
-
-/// The best pair of a function over the first `tries` cubes of its exclusive-or sum: the place of
-/// the left operand, and the right one. None if no cube is one, or if each pair is proven to have
-/// `termLimit` terms or more. The cube without a literal is no operand where all `designWidth`
-/// columns are in use.
-std::optional<LeftOut> bestPair(const CubeList& function, const CubeList& sum, std::int64_t tries,
-                                std::size_t width, std::size_t designWidth, int termLimit) {
-  const std::size_t count = std::min(sum.size(), static_cast<std::size_t>(tries));
-  std::vector<std::size_t> places;
-  for (std::size_t i = 0; i < count; ++i) {
-    if (dashCount(sum[i], width) != designWidth) places.push_back(i);
-  }
-  CoverBound bound(function, width);
-  const auto canBeat = [&](std::size_t place, std::size_t length) {
-    heartMsg();
-    return bound.ofXor(sum[place], length) < length;
-  };
-  // The complement of a single literal is a single term too: such a pair can be turned around. For
-  // any other left operand no OFF set is worked out on the right, so the pair stays as it is.
-  const auto limit = static_cast<std::size_t>(termLimit);
-  const auto canPay = [&](std::size_t place) {
-    return sum[place].literalCount() < 2 || canBeat(place, limit - 1);
-  };
-  if (std::ranges::none_of(places, canPay)) return std::nullopt;
-  return shortestLeftOut(sum, places, width, canBeat);
-}
-
-}  // namespace
 
 bool Equation::bringToPlainForm() {
   if (polarity == Polarity::Inverted) {
@@ -71,49 +29,48 @@ bool Equation::bringToPlainForm() {
   return true;
 }
 
-std::unique_ptr<Equation> Equation::makeXorOperand(std::span<const Cube> cubes,
-                                                   const ColumnMap& map, XorHalf role) const {
-  auto operand = std::make_unique<Equation>(*terms_);
-  for (const Cube& cube : cubes) operand->addOnTerm(terms_->term(map.widen(cube)));
-  operand->extension = Extension::None;
-  operand->xorRole = role;
+/// A half of an exclusive-or pair, from cubes of the columns of `map`.
+Equation Equation::makeXorOperand(std::span<const Cube> cubes, const ColumnMap& map,
+                                  XorHalf role) const {
+  Equation operand(*terms_);
+  for (const Cube& cube : cubes) operand.addOnTerm(terms_->term(map.restore(cube)));
+  operand.extension = Extension::None;
+  operand.xorRole = role;
   return operand;
 }
 
-bool Equation::decomposeXor(int termLimit, std::unique_ptr<Equation>& left,
-                            std::unique_ptr<Equation>& right) {
-  if (onSet_.empty()) return false;
+std::optional<XorOperands> Equation::decomposeXor(int termLimit) {
+  if (onSet_.empty()) return std::nullopt;
   if (!hasSupport()) computeSupport();
-  if (!bringToPlainForm()) return false;
+  if (!bringToPlainForm()) return std::nullopt;
 
-  const std::int64_t terms = onCount() + offCount();
+  const std::size_t terms = onSet_.size() + offSet_.size();
   const ColumnSet support = supportColumns();
-  const auto columns = static_cast<std::int64_t>(support.size());
-  if (terms * columns * columns > xorBudget) return false;
+  const std::size_t columns = support.size();
+  if (terms * columns * columns > xorBudget) return std::nullopt;
 
   const ColumnMap map(support, terms_->width());
-  CubeList narrow;
-  for (const Term term : onSet_) narrow.push_back(map.narrow(terms_->cube(term)));
-  std::optional<CubeList> sum = xorCover(narrow, map.narrowWidth());
-  if (!sum) return false;
-  const auto length = static_cast<std::int64_t>(sum->size());
-  const std::int64_t tries =
-      std::max<std::int64_t>(xorBudget / std::max<std::int64_t>(terms * columns * length, 1), 1);
-  sortByDashes(*sum);
-  const std::optional<LeftOut> pair =
-      bestPair(narrow, *sum, tries, map.narrowWidth(), terms_->width(), termLimit);
-  if (!pair) return false;
+  CubeList function;
+  for (const Term term : onSet_) function.push_back(map.compact(terms_->cube(term)));
+  const XorPairLimits limits = {.effort = xorBudget / std::max<std::size_t>(terms * columns, 1),
+                                .terms = static_cast<std::size_t>(termLimit),
+                                .universalIsAllowed = columns != terms_->width()};
+  const std::optional<XorPair> pair = bestXorPair(function, columns, limits, heartMsg);
+  if (!pair) return std::nullopt;
 
-  left = makeXorOperand({&(*sum)[pair->place], 1}, map, XorHalf::Left);
-  left->reduce(SetSelector::Both);
-  right = makeXorOperand(pair->sum, map, XorHalf::Right);
-  const bool leftIsLiteral = left->onCount() == 1 && left->offCount() == 1;
-  right->reduce(leftIsLiteral ? SetSelector::Both : SetSelector::On);
-  if (left->offCount() == 1 && right->offCount() >= 1 && right->offCount() < right->onCount()) {
-    left->swapSets();  // the exclusive OR of two complements is that of the functions
-    right->swapSets();
-  }
-  return true;
+  XorOperands operands = {makeXorOperand({&pair->left, 1}, map, XorHalf::Left),
+                          makeXorOperand(pair->right, map, XorHalf::Right)};
+  operands.left.reduce(SetSelector::Both);
+  const bool leftIsLiteral = operands.left.onCount() == 1 && operands.left.offCount() == 1;
+  operands.right.reduce(leftIsLiteral ? SetSelector::Both : SetSelector::On);
+  swapSetsIfShorter(operands.left, operands.right);
+  return operands;
+}
+
+void swapSetsIfShorter(Equation& left, Equation& right) {
+  if (left.offCount() != 1 || right.offCount() == 0 || right.offCount() >= right.onCount()) return;
+  left.swapSets();
+  right.swapSets();
 }
 
 }  // namespace ostrel

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "run/log.h"
 #include "run/options.h"
 
 namespace ostrel {
@@ -51,6 +52,11 @@ int bestTermCount(const Signal& signal) {
 }
 
 void copyLogic(const Signal& source, Signal& reader) {
+  const bool isMarked =
+      source.polarity == Polarity::Inverted || source.columnPolarity == Polarity::Inverted;
+  if (options().lossless && (isMarked || source.hasXorPair())) {
+    note({reader.name, " takes the function of ", source.name, " over in its own sense"});
+  }
   if (!options().lossless) {
     invertBy(source.polarity, reader.polarity);
     invertBy(source.columnPolarity, reader.columnPolarity);
@@ -71,7 +77,10 @@ void copyLogic(const Signal& source, Signal& reader) {
   Equation* logic = copy(SlotLogic, XorHalf::None);
   if (logic != nullptr && oldPolarity == Polarity::Inverted) logic->togglePolarity();
   for (Equation* operand : {copy(SlotXorLeft, XorHalf::Left), copy(SlotXorRight, XorHalf::Right)}) {
-    if (operand != nullptr && !options().lossless) operand->polarity = oldPolarity;
+    if (operand == nullptr) continue;
+    if (!options().lossless) operand->polarity = oldPolarity;
+    // A half that is open everywhere would take the other one with it.
+    if (options().lossless && operand->isEmpty()) operand->makeConstant(false);
   }
   // The inversion stands behind the gate: on one half it is kept, on both it cancels.
   Equation* left = reader.slot(SlotXorLeft);

@@ -6,14 +6,17 @@ namespace ostrel {
 
 std::vector<const Equation*> exportedEquations(const Signal& signal) {
   std::vector<const Equation*> exported;
-  if (signal.slotHasLogic(SlotXorLeft) && signal.slotHasLogic(SlotXorRight)) {
+  std::vector<const Equation*> controls;
+  if (signal.pairHasLogic()) {
     exported = {signal.slot(SlotXorLeft), signal.slot(SlotXorRight)};
   } else if (signal.slotHasLogic(SlotLogic)) {
     exported = {signal.slot(SlotLogic)};
   }
   for (const Slot index : controlSlots) {
-    if (signal.slotHasLogic(index)) exported.push_back(signal.slot(index));
+    if (signal.slotHasLogic(index)) controls.push_back(signal.slot(index));
   }
+  const auto place = signal.controlsFirst ? exported.begin() : exported.end();
+  exported.insert(place, controls.begin(), controls.end());
   return exported;
 }
 

@@ -47,10 +47,13 @@ SetSelector keptSet(const Signal& signal, Slot slot) {
   return told == SetSelector::On ? SetSelector::Off : SetSelector::On;
 }
 
+bool isInitialized(const Signal& signal) {
+  return signal.slot(SlotReset) != nullptr || signal.slot(SlotSet) != nullptr;
+}
+
 bool mayInvert(const Signal& signal) {
   const Options& opts = options();
-  const bool isInitialized = signal.slot(SlotReset) != nullptr || signal.slot(SlotSet) != nullptr;
-  return !opts.lossless || !opts.ffBeforeInverter || opts.swapSetReset || !isInitialized;
+  return !opts.lossless || !opts.ffBeforeInverter || opts.swapSetReset || !isInitialized(signal);
 }
 
 }  // namespace ostrel

@@ -18,6 +18,9 @@ bool isMissing(const Equation& equation, SetSelector set);
 /// The set that a filled slot keeps: the told one, but with --lossless never one that is missing.
 SetSelector keptSet(const Signal& signal, Slot slot);
 
+/// True if it has a set or a reset, which say what a register holds at first.
+bool isInitialized(const Signal& signal);
+
 /// False if, with --lossless, set and reset, which the Signal has, could not follow an inversion of
 /// its data in front of the inverter.
 bool mayInvert(const Signal& signal);

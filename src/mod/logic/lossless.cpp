@@ -1,14 +1,12 @@
 #include "logic/lossless.h"
 
-#include <algorithm>
-#include <array>
 #include <optional>
 #include <utility>
-#include <vector>
 
 #include "logic/columns.h"
 #include "logic/export.h"
 #include "logic/kept_sets.h"
+#include "logic/polarity.h"
 #include "run/log.h"
 #include "run/options.h"
 
@@ -21,10 +19,6 @@ bool isInverted(const Signal& signal) {
     inverted ^= equation->polarity == Polarity::Inverted;
   }
   return inverted;
-}
-
-bool isInitialized(const Signal& signal) {
-  return signal.slot(SlotReset) != nullptr || signal.slot(SlotSet) != nullptr;
 }
 
 /// A half alone is the plain function, unless there is one.
@@ -43,50 +37,41 @@ void completePair(Signal& signal) {
   note({signal.name, " has one XOR half, which is its plain function"});
 }
 
-/// An enable without rows of 0 may be 1 wherever the rows leave it open, and then says nothing.
+/// An enable that is 1 everywhere, or may be because no row says 0, says nothing.
 bool canBeAlwaysOn(const Equation& equation, PlaType type) {
+  if (equation.polarity == Polarity::Inverted || equation.isEmpty()) return false;
   const bool leavesOpen = type == PlaType::fr || type == PlaType::fdr;
-  return leavesOpen && equation.offSet().empty() && equation.polarity != Polarity::Inverted;
+  return (leavesOpen && equation.offSet().empty()) || equation.onHoldsUniversal();
 }
 
 /// Works out a set that has to be kept and isn't there.
 void completeSet(Signal& signal, Slot slot, PlaType type) {
   Equation& equation = *signal.slot(slot);
   const SetSelector told = toldSet(signal, slot);
+  const bool isEnable = slot == SlotOutputEnable && told == SetSelector::Off;
+  if (isEnable && canBeAlwaysOn(equation, type)) {
+    note({signal.name, extensionText(equation.extension), " is always on and goes"});
+    return signal.deleteSlot(slot);
+  }
   if (equation.isConstant(Constant::Either) || !isMissing(equation, told)) return;
-  const bool isEnable = slot == SlotClockEnable || slot == SlotOutputEnable;
-  if (isEnable && canBeAlwaysOn(equation, type)) return signal.deleteSlot(slot);
   const bool isDone = equation.reduce(SetSelector::Both);
   if (isDone && isMissing(equation, told)) equation.makeConstant(told == SetSelector::Off);
   note({signal.name, extensionText(equation.extension),
-        isDone ? " has its missing set worked out" : " keeps the set that it has"});
+        isDone ? " has its missing set worked out" : " has no other set"});
 }
 
-/// Extensions that the main function of a type can be written with, the best one first.
-std::vector<Extension> mainExtensions(RegisterType type) {
+/// The extension that says a type at the main function.
+Extension mainExtension(RegisterType type) {
   switch (type) {
     case RegisterType::None:
     case RegisterType::COM:
-      return {Extension::COM};
+      return Extension::COM;
     case RegisterType::REG_T:
-      return {Extension::T};
+      return Extension::T;
     case RegisterType::REG_L:
-      return {Extension::L};
+      return Extension::L;
     default:
-      return {Extension::D};
-  }
-}
-
-Extension controlExtension(Slot slot, Extension told) {
-  switch (slot) {
-    case SlotClock:
-      return Extension::C;
-    case SlotReset:
-      return Extension::AR;
-    case SlotSet:
-      return Extension::AP;
-    default:
-      return told;
+      return Extension::D;
   }
 }
 
@@ -109,13 +94,6 @@ bool isReadBack(const Signal& signal) {
   return type && plain(*type) == plain(signal.registerType);
 }
 
-void renameControls(Signal& signal) {
-  for (const Slot slot : controlSlots) {
-    Equation* equation = signal.slot(slot);
-    if (equation != nullptr) equation->extension = controlExtension(slot, equation->extension);
-  }
-}
-
 /// An SR register can only have its data as a pair: the function XOR 0.
 void makePair(Signal& signal) {
   Equation left = *signal.slot(SlotLogic);
@@ -128,26 +106,31 @@ void makePair(Signal& signal) {
   signal.deleteSlot(SlotLogic);
 }
 
-/// Finds extensions that say the type: the main function's own first, then those of the controls.
+bool hasMain(const Signal& signal) {
+  return signal.slotHasLogic(SlotLogic) || signal.pairHasLogic();
+}
+
+/// Finds columns that say the type: with an extension of the main function, or with that function
+/// behind the controls.
 Status settleType(Signal& signal) {
-  const bool hasMain = signal.slotHasLogic(SlotLogic) ||
-                       (signal.slotHasLogic(SlotXorLeft) && signal.slotHasLogic(SlotXorRight));
-  if (isReadBack(signal) || (!hasMain && typeReadBack(signal) == RegisterType::None)) {
+  if (isReadBack(signal) || (!hasMain(signal) && typeReadBack(signal) == RegisterType::None)) {
     return Status::Ok;
   }
-  if (!hasMain) {
+  if (!hasMain(signal)) {
     signal.deleteSlot(SlotXorLeft);
     signal.deleteSlot(SlotXorRight);
-    signal.makeEquation(SlotLogic).makeConstant(false);  // any function would do
+    Equation& any = signal.makeEquation(SlotLogic);  // any function would do
+    any.makeConstant(false);
+    if (signal.startsInverted) any.polarity = Polarity::Inverted;
   }
   if (signal.registerType == RegisterType::REG_SR && signal.slotHasLogic(SlotLogic)) {
     makePair(signal);
   }
   for (Equation* equation : signal.mainEquations()) {
     if (isReadBack(signal)) break;
-    equation->extension = mainExtensions(signal.registerType).front();
+    equation->extension = mainExtension(signal.registerType);
   }
-  if (!isReadBack(signal)) renameControls(signal);
+  if (!isReadBack(signal)) signal.controlsFirst = true;
   if (isReadBack(signal)) {
     note({signal.name, " has columns that say its register type"});
     return Status::Ok;
@@ -178,19 +161,18 @@ void complete(Signal& signal, PlaType type) {
     const bool isHalf = slot == SlotXorLeft || slot == SlotXorRight;
     if (!isHalf && signal.slot(slot) != nullptr) completeSet(signal, slot, type);
   }
+  if (!mayInvert(signal)) note({signal.name, " keeps its sense, which set and reset depend on"});
   signal.startsInverted = isInverted(signal);
 }
 
 Status settle(Signal& signal) {
-  const bool hasTurned = isInverted(signal) != signal.startsInverted;
+  const bool hasTurned = hasMain(signal) && isInverted(signal) != signal.startsInverted;
   if (options().ffBeforeInverter && isInitialized(signal) && hasTurned != signal.initSwapped) {
     if (!options().swapSetReset) {
       error({signal.name, " is inverted, and its set and reset may not follow"});
       return Status::Failed;
     }
-    signal.swapSlots(SlotReset, SlotSet);
-    signal.initSwapped = !signal.initSwapped;
-    note({signal.name, " Set/Reset swapped to follow output polarity"});
+    exchangeSetAndReset(signal);
   }
   nameInitializers(signal);
   return settleType(signal);

@@ -12,9 +12,8 @@
 
 namespace ostrel {
 
-/// Brings what was read into a form that no later choice can lose: a half alone or beside a
-/// constant becomes the plain function, and a set that has to be kept and isn't there is worked
-/// out.
+/// Brings what was read into a form that no later choice can lose: a half alone becomes
+/// the plain function, and a set that has to be kept and isn't there is worked out.
 void complete(Signal& signal, PlaType type);
 
 /// Lets set and reset follow what has become of the polarity since complete(), and gives the

@@ -9,18 +9,31 @@
 namespace ostrel {
 namespace {
 
+/// True if the set that was kept is the inverse one.
+bool keepSet(Signal& signal, Slot slot) {
+  const SetSelector kept = keptSet(signal, slot);
+  if (kept != toldSet(signal, slot)) {
+    note({signal.name, extensionText(signal.slot(slot)->extension), " keeps the set that it has"});
+  }
+  return signal.slot(slot)->keepSets(kept);
+}
+
 /// The flip-flop now holds the complement, so its initial state has changed with the output.
 void followInversion(Signal& signal) {
   if (options().swapSetReset) {
-    signal.swapSlots(SlotReset, SlotSet);
-    signal.initSwapped = !signal.initSwapped;
-    note({signal.name, " Set/Reset swapped to follow output polarity"});
+    exchangeSetAndReset(signal);
   } else {
     warning({signal.name, " polarity is inverted, register initialization has changed"});
   }
 }
 
 }  // namespace
+
+void exchangeSetAndReset(Signal& signal) {
+  signal.swapSlots(SlotReset, SlotSet);
+  signal.initSwapped = !signal.initSwapped;
+  note({signal.name, " Set/Reset swapped to follow output polarity"});
+}
 
 void reduce(Signal& signal) {
   Equation* logic = signal.slot(SlotLogic);
@@ -42,27 +55,22 @@ void reduce(Signal& signal) {
   Equation* right = signal.slot(SlotXorRight);
   if (left != nullptr) left->reduce(SetSelector::Both);
   if (right != nullptr) right->reduce(SetSelector::Both);
-  if (signal.hasXorPair() && left->offCount() == 1 && right->offCount() > 0 &&
-      right->offCount() < right->onCount()) {
-    left->swapSets();
-    right->swapSets();
-  }
+  if (signal.hasXorPair()) swapSetsIfShorter(*left, *right);
 }
 
 void choosePolarity(Signal& signal) {
-  const Options& opts = options();
   Equation* logic = signal.slot(SlotLogic);
-  const bool isInverted = logic != nullptr && logic->keepSets(keptSet(signal, SlotLogic));
-  const bool isInitialized = signal.slot(SlotReset) != nullptr || signal.slot(SlotSet) != nullptr;
-  if (isInverted && opts.ffBeforeInverter && isInitialized) followInversion(signal);
+  const bool isInverted = logic != nullptr && keepSet(signal, SlotLogic);
+  if (isInverted && options().ffBeforeInverter && isInitialized(signal)) followInversion(signal);
   for (const Slot index : std::span(allSlots).subspan(SlotXorLeft)) {
-    if (signal.slot(index) != nullptr) signal.slot(index)->keepSets(keptSet(signal, index));
+    if (signal.slot(index) != nullptr) keepSet(signal, index);
   }
 }
 
 void normalizePolarity(Signal& signal) {
   for (const Slot index : allSlots) {
-    if (index == SlotLogic && !mayInvert(signal)) continue;
+    const bool isData = index == SlotLogic || index == SlotXorLeft || index == SlotXorRight;
+    if (isData && !mayInvert(signal)) continue;
     if (signal.slot(index) != nullptr) signal.slot(index)->normalizePolarity();
   }
 }

@@ -12,6 +12,9 @@ void reduce(Signal& signal);
 /// Makes every Equation keep one set, as the options say.
 void choosePolarity(Signal& signal);
 
+/// Lets set and reset change places, and notes it.
+void exchangeSetAndReset(Signal& signal);
+
 /// Brings inverted constants into plain form.
 void normalizePolarity(Signal& signal);
 

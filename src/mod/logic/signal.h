@@ -61,13 +61,15 @@ class Signal {
   bool reduced = true;    ///< false for logic that splitting built or changed
   bool xorTried = false;  ///< XOR synthesis has looked at it
   void noteNewLogic() { reduced = xorTried = false; }
-  bool initSwapped = false;     ///< set and reset have changed places
+  bool initSwapped = false;     ///< set and reset have changed places, an odd number of times
+  bool controlsFirst = false;   ///< the columns of the controls stand in front of the others
   bool startsInverted = false;  ///< the sense in which --lossless found the data
 
   // ---- slots ----
 
   Equation* slot(Slot index) const { return slots_[index].get(); }
   bool slotHasLogic(Slot index) const { return slot(index) != nullptr && !slot(index)->isEmpty(); }
+  bool pairHasLogic() const { return slotHasLogic(SlotXorLeft) && slotHasLogic(SlotXorRight); }
   void deleteSlot(Slot index) { slots_[index].reset(); }
 
   /// Fills a slot with an Equation without terms, or with the given one.

@@ -1,7 +1,9 @@
 #include "logic/split_limits.h"
 
 #include <algorithm>
+#include <utility>
 
+#include "logic/kept_sets.h"
 #include "run/log.h"
 #include "run/options.h"
 
@@ -43,22 +45,14 @@ void addWideLogic(Signal& signal, int limit, Announce announce,
 
 void addWideControls(Signal& signal, std::vector<Candidate>& candidates) {
   const Options& opts = options();
-  struct Limit {
-    Slot index;
-    SetSelector mode;
-    int terms;
-  };
-  const Limit limits[] = {{SlotXorLeft, SetSelector::On, 1},
-                          {SlotClock, opts.ckMode, opts.ckLimit},
-                          {SlotClockEnable, opts.ceMode, opts.ceLimit},
-                          {SlotReset, opts.arMode, opts.arLimit},
-                          {SlotSet, opts.apMode, opts.apLimit},
-                          {SlotOutputEnable, opts.oeMode, opts.oeLimit}};
-  for (const Limit& limit : limits) {
-    Equation* equation = signal.slot(limit.index);
-    if (equation == nullptr || equation->termCount(limit.mode) <= limit.terms) continue;
+  const std::pair<Slot, int> limits[] = {
+      {SlotXorLeft, 1},          {SlotClock, opts.ckLimit}, {SlotClockEnable, opts.ceLimit},
+      {SlotReset, opts.arLimit}, {SlotSet, opts.apLimit},   {SlotOutputEnable, opts.oeLimit}};
+  for (const auto& [index, terms] : limits) {
+    Equation* equation = signal.slot(index);
+    if (equation == nullptr || equation->termCount(toldSet(signal, index)) <= terms) continue;
     const std::string_view extension =
-        limit.index == SlotXorLeft ? ".X" : extensionText(equation->extension);
+        index == SlotXorLeft ? ".X" : extensionText(equation->extension);
     note({signal.name, extension, " has too many product terms. An node will be applied."});
     candidates.push_back({signal, *equation});
   }

@@ -1,7 +1,7 @@
 #include "logic/xor_operands.h"
 
 #include <cassert>
-#include <memory>
+#include <optional>
 #include <utility>
 
 #include "logic/kept_sets.h"
@@ -39,12 +39,11 @@ bool synthesizeXor(Signal& signal) {
   if (terms < 3) return false;
 
   heartMsg();
-  std::unique_ptr<Equation> left;
-  std::unique_ptr<Equation> right;
-  bool takePair = logic->decomposeXor(terms, left, right);
+  std::optional<XorOperands> pair = logic->decomposeXor(terms);
+  bool takePair = pair.has_value();
   if (takePair) {
-    signal.setSlot(SlotXorLeft, *std::move(left));
-    signal.setSlot(SlotXorRight, *std::move(right));
+    signal.setSlot(SlotXorLeft, std::move(pair->left));
+    signal.setSlot(SlotXorRight, std::move(pair->right));
     orderXorPair(signal);
     const int leftCount = signal.slot(SlotXorLeft)->onCount();
     const int rightCount = signal.slot(SlotXorRight)->onCount();

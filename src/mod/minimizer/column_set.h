@@ -23,6 +23,11 @@ constexpr bool isSingleBit(std::uint64_t word) {
   return word != 0 && (word & (word - 1)) == 0;
 }
 
+/// The lowest bit that is set, alone; 0 for 0.
+constexpr std::uint64_t lowestBit(std::uint64_t word) {
+  return word & (~word + 1);
+}
+
 /// A set of column indices. It grows on insertion; a column beyond the stored words is absent.
 class ColumnSet {
  public:

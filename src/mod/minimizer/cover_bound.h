@@ -15,12 +15,13 @@ class CoverBound {
  public:
   /// The given function is the OR of `cubes`, which have `width` columns. With more than 64 of
   /// them there is no bound but 0.
-  CoverBound(std::span<const Cube> cubes, std::size_t width);
+  template <PackedCube C>
+  CoverBound(std::span<const C> cubes, std::size_t width);
 
-  /// Every sum of products of the exclusive OR of the function and `flipped` has at least as many
-  /// cubes as the answer. A cube without a literal stands for the complement of the function. The
-  /// search for a better bound ends at `enough`.
-  std::size_t ofXor(const Cube& flipped, std::size_t enough);
+  /// Every sum of products of the exclusive OR of the function and the cube `flipped` has at
+  /// least as many cubes as the answer. A cube without a literal stands for the complement of the
+  /// function. The search for a better bound ends at `enough`.
+  std::size_t ofXor(const Cube::Block& flipped, std::size_t enough);
 
  private:
   /// A point and its neighbours, those that differ in one column.

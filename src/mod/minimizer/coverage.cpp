@@ -1,201 +1,198 @@
-// Coverage by tautology: cube c lies in the OR of cubes d1, d2, ... if and only if the cofactors of
-// the d against c, that is, those that intersect c, freed of the literals of c, are together true
-// everywhere.
+// Coverage by tautology.
 //
-// Example: is "1-" covered by "11" and "-0"? The cofactors are "-1" and "-0". Where the second
-// column is 1 the first of them is true, so only 0 is in question; there the other has no literal
-// left, and the cube is covered.
+// Idea. Cube c lies in the OR of cubes d1, d2, ... if and only if the cofactors of the d against c,
+// that is, those that intersect c, freed of the literals of c, are together true everywhere; and
+// that is found by unate reduction and splitting (Brayton, Hachtel, McMullen, Sangiovanni-
+// Vincentelli, "Logic Minimization Algorithms for VLSI Synthesis", 1984). A cofactor is never
+// written down: a question is a list of cubes and the columns in which they are looked at. It is a
+// tautology if one cube has no literal there. A column is settled where it occurs in one sense only
+// (where that is false the cubes that use it vanish; if the others are a tautology, all are), or
+// where some cube has no other literal (only the opposite value is still in question). When no
+// column can be settled, the question is split on a column of the cube with the fewest literals,
+// and both halves must be tautologies.
 //
-// With the cubes as bit sets, one for each literal, a cofactor is never written down: taking the
-// cubes out that have a literal, and a column out of those that are looked at, is all there is to
-// it. A question is a tautology if one cube has no literal in the columns in question. A column is
-// settled where it occurs in one sense only (where that is false the cubes that use it vanish; if
-// the others are a tautology, all are), or where some cube has no other literal (only the opposite
-// value is still in question). When no column can be settled, the question is split on a column,
-// and both halves must be tautologies. Each split removes a column, so at most `width` halves wait,
-// and their memory is there from the start. The cost is exponential in the worst case, which is why
-// the work is counted, a few passes over the columns in most, whatever the order of the cubes.
+// Example. Is "1-" covered by "11" and "-0"? Only the second column is looked at. Where it is 1 the
+// first of them is true, so only 0 is in question; there the other has no literal left, and the
+// cube is covered.
+//
+// Cost. A few passes over the cubes for most questions, a few word operations for each cube and
+// block; exponential in the worst case, which is why the work is counted. Each split removes a
+// column, so no more halves than columns wait.
+//
+// Order. None: the answer does not depend on the order of the cubes.
 #include "minimizer/coverage.h"
 
 #include <algorithm>
-#include <bit>
+#include <cassert>
+#include <type_traits>
 
 namespace ostrel {
-namespace {
 
-/// Calls visit(column, word of the column, its bit) for each column of a set, in ascending order.
-/// visit ends the walk by giving false, and may take its own column out of the set.
-template <class Visit>
-void forEachColumn(const std::uint64_t* columns, std::size_t blocks, Visit visit) {
-  for (std::size_t i = 0; i < blocks; ++i) {
-    for (std::uint64_t rest = columns[i]; rest != 0; rest &= rest - 1) {
-      const auto bit = static_cast<std::size_t>(std::countr_zero(rest));
-      if (!visit(i * 64 + bit, i, rest & (~rest + 1))) return;
-    }
-  }
+template <PackedCube C>
+std::size_t Coverage<C>::blocks() const {
+  return std::is_same_v<C, Cube64> ? 1 : blocks_;
 }
 
-/// True if the two sets have a cube in common.
-bool meet(const std::uint64_t* a, const std::uint64_t* b, std::size_t words) {
-  std::uint64_t common = 0;
-  for (std::size_t w = 0; w < words; ++w) common |= a[w] & b[w];
-  return common != 0;
-}
-
-void takeOut(std::uint64_t* set, const std::uint64_t* others, std::size_t words) {
-  for (std::size_t w = 0; w < words; ++w) set[w] &= ~others[w];
-}
-
-}  // namespace
-
-void Coverage::reset(std::size_t width, std::size_t capacity) {
+template <PackedCube C>
+void Coverage<C>::reset(std::size_t width) {
   blocks_ = std::max<std::size_t>((width + 63) / 64, 1);
-  words_ = std::max<std::size_t>((capacity + 63) / 64, 1);
-  count_ = 0;
-  literals_.assign(2 * width * words_, 0);
-  cubes_.assign(words_, 0);
-  questions_.resize((width + 1) * (blocks_ + words_));
-  once_.resize(words_);
-  twice_.resize(words_);
-  thrice_.resize(words_);
+  assert(blocks_ == blocks());
+  rows_.clear();
+  isGone_.clear();
+  seen_.resize(blocks_);
+  settled_.resize(blocks_);
 }
 
 template <PackedCube C>
-void Coverage::add(const C& cube) {
-  const std::size_t word = count_ / 64;
-  const Word bit = Word{1} << (count_ % 64);
-  for (std::size_t i = 0; i < cube.blockCount(); ++i) {
-    const Cube::Block block = cube.block(i);
-    for (Word rest = block.care; rest != 0; rest &= rest - 1) {
-      const auto column = static_cast<std::size_t>(std::countr_zero(rest));
-      const std::size_t sense = (block.value >> column) & 1U;
-      literals_[(2 * (i * 64 + column) + sense) * words_ + word] |= bit;
-    }
+void Coverage<C>::add(const C& cube) {
+  assert(widthOf(cube) <= 64 * blocks());
+  for (std::size_t i = 0; i < blocks(); ++i) {
+    const Cube::Block b = cube.block(i);
+    rows_.push_back({b.value, b.care ^ b.value});
   }
-  cubes_[word] |= bit;
-  ++count_;
+  isGone_.push_back(0);
 }
 
 template <PackedCube C>
-bool Coverage::isCovered(const C& cube, std::size_t number, Effort& effort) {
-  const Question first = question(0);
-  std::copy(cubes_.begin(), cubes_.end(), first.cubes);
-  first.cubes[number / 64] &= ~(Word{1} << (number % 64));
-  const std::size_t width = literals_.size() / words_ / 2;
-  for (std::size_t i = 0; i < blocks_; ++i) {
-    const Cube::Block block = cube.block(i);
-    for (Word rest = block.care; rest != 0; rest &= rest - 1) {
-      const auto column = static_cast<std::size_t>(std::countr_zero(rest));
-      const bool isOne = ((block.value >> column) & 1U) != 0;
-      takeOut(first.cubes, literal(i * 64 + column, !isOne), words_);
-    }
-    const std::size_t left = width - std::min(width, i * 64);
-    first.columns[i] = ~block.care & (left < 64 ? (Word{1} << left) - 1 : ~Word{0});
-  }
-  std::size_t open = 1;
-  while (open > 0) {
-    const Question last = question(open - 1);
-    const Verdict verdict = judge(last, effort);
-    if (verdict == Verdict::Uncovered) return false;
-    if (verdict == Verdict::Covered) {
-      --open;
-    } else {
-      split(last, question(open++));
+bool Coverage<C>::isCovered(const C& cube, std::size_t number, Effort& effort) {
+  if (ask(cube, number)) return true;
+  while (!begins_.empty()) {
+    switch (judge(effort)) {
+      case Verdict::Uncovered:
+        return false;
+      case Verdict::Covered:
+        open_.resize(begins_.back());
+        begins_.pop_back();
+        columns_.resize(columns_.size() - blocks());
+        break;
+      case Verdict::Open:
+        split();
+        break;
     }
   }
   return true;
 }
 
-// Settles columns until there is none to settle.
-Coverage::Verdict Coverage::judge(Question open, Effort& effort) {
-  while (true) {
-    if (!effort.spend(literals_.size())) return Verdict::Uncovered;
-    if (!meet(open.cubes, open.cubes, words_)) return Verdict::Uncovered;
-    const bool hasChanged = look(open);
-    Word universal = 0;
-    Word lone = 0;
-    for (std::size_t w = 0; w < words_; ++w) {
-      universal |= open.cubes[w] & ~once_[w];
-      lone |= open.cubes[w] & once_[w] & ~twice_[w];
+/// Makes the first question. True if a single cube answers it.
+template <PackedCube C>
+bool Coverage<C>::ask(const C& cube, std::size_t number) {
+  open_.clear();
+  begins_.assign(1, 0);
+  columns_.clear();
+  for (std::size_t i = 0; i < blocks(); ++i) columns_.push_back(~cube.block(i).care);
+  for (std::uint32_t other = 0; other < isGone_.size(); ++other) {
+    if (other == number || isGone_[other] != 0) continue;
+    bool isApart = false;
+    Word left = 0;
+    for (std::size_t i = 0; i < blocks(); ++i) {
+      const Cube::Block b = cube.block(i);
+      isApart |= row(other)[i].meets({b.care ^ b.value, b.value});
+      left |= row(other)[i].any() & ~b.care;
     }
-    if (universal != 0) return Verdict::Covered;
-    if (lone != 0) {
-      if (settleLone(open) == Verdict::Covered) return Verdict::Covered;
-    } else if (!hasChanged) {
-      return Verdict::Open;
-    }
+    if (isApart) continue;
+    if (left == 0) return true;
+    open_.push_back(other);
   }
+  return false;
 }
 
-// Settles the columns with literals of one sense and counts the literals of the cubes that are
-// left. True if a cube vanished.
-bool Coverage::look(Question open) {
-  std::fill(once_.begin(), once_.end(), 0);
-  std::fill(twice_.begin(), twice_.end(), 0);
-  std::fill(thrice_.begin(), thrice_.end(), 0);
-  bool hasChanged = false;
-  forEachColumn(open.columns, blocks_, [&](std::size_t column, std::size_t i, Word bit) {
-    const Word* zeros = literal(column, false);
-    const Word* ones = literal(column, true);
-    const bool hasZero = meet(open.cubes, zeros, words_);
-    const bool hasOne = meet(open.cubes, ones, words_);
-    if (hasZero && hasOne) {
-      for (std::size_t w = 0; w < words_; ++w) {
-        const Word any = zeros[w] | ones[w];
-        thrice_[w] |= twice_[w] & any;
-        twice_[w] |= once_[w] & any;
-        once_[w] |= any;
-      }
-      return true;
+// Settles columns of the last question until there is none to settle.
+template <PackedCube C>
+typename Coverage<C>::Verdict Coverage<C>::judge(Effort& effort) {
+  while (open_.size() > begins_.back() &&
+         effort.spend((open_.size() - begins_.back()) * blocks())) {
+    if (look()) return Verdict::Covered;
+    if (!settle()) return Verdict::Open;
+  }
+  return Verdict::Uncovered;
+}
+
+// Collects the literals, and those of cubes that have no other. True if the question is answered:
+// by a cube without a literal, or by two lone ones that are opposite.
+template <PackedCube C>
+bool Coverage<C>::look() {
+  std::fill(seen_.begin(), seen_.end(), Literals{});
+  std::fill(settled_.begin(), settled_.end(), Literals{});
+  for (std::size_t k = begins_.back(); k < open_.size(); ++k) {
+    Word columnsOfCube = 0;
+    bool isLone = true;
+    for (std::size_t i = 0; i < blocks(); ++i) {
+      const Literals literals = row(open_[k])[i].in(columns()[i]);
+      seen_[i].add(literals);
+      isLone &= columnsOfCube == 0 || literals.any() == 0;
+      columnsOfCube |= literals.any();
     }
-    open.columns[i] &= ~bit;
-    hasChanged |= hasZero || hasOne;
-    if (hasZero) takeOut(open.cubes, zeros, words_);
-    if (hasOne) takeOut(open.cubes, ones, words_);
-    return true;
-  });
-  return hasChanged;
+    if (columnsOfCube == 0) return true;
+    if (!isLone || !isSingleBit(columnsOfCube)) continue;
+    for (std::size_t i = 0; i < blocks(); ++i) settled_[i].add(row(open_[k])[i].in(columns()[i]));
+  }
+  return std::any_of(settled_.begin(), settled_.end(),
+                     [](Literals lone) { return (lone.ones & lone.zeros) != 0; });
 }
 
-// Settles the columns in which a cube has its only literal.
-Coverage::Verdict Coverage::settleLone(Question open) {
-  for (std::size_t w = 0; w < words_; ++w) once_[w] &= open.cubes[w] & ~twice_[w];
-  Verdict verdict = Verdict::Open;
-  forEachColumn(open.columns, blocks_, [&](std::size_t column, std::size_t i, Word bit) {
-    const Word* zeros = literal(column, false);
-    const Word* ones = literal(column, true);
-    const bool hasZero = meet(once_.data(), zeros, words_);
-    const bool hasOne = meet(once_.data(), ones, words_);
-    if (hasZero && hasOne) verdict = Verdict::Covered;
-    if (hasZero || hasOne) open.columns[i] &= ~bit;
-    if (hasZero) takeOut(open.cubes, zeros, words_);
-    if (hasOne) takeOut(open.cubes, ones, words_);
-    return verdict == Verdict::Open;
-  });
-  return verdict;
+// Takes the columns with literals of one sense and those of lone literals out of the question, and
+// the cubes that vanish with them. False if there is none.
+template <PackedCube C>
+bool Coverage<C>::settle() {
+  Word any = 0;
+  for (std::size_t i = 0; i < blocks(); ++i) {
+    const Word oneSided = seen_[i].ones ^ seen_[i].zeros;
+    settled_[i].add({oneSided, oneSided});
+    any |= settled_[i].any();
+    columns()[i] &= ~settled_[i].any();
+  }
+  if (any == 0) return false;
+  std::size_t kept = begins_.back();
+  for (std::size_t k = begins_.back(); k < open_.size(); ++k) {
+    bool vanishes = false;
+    for (std::size_t i = 0; i < blocks(); ++i) vanishes |= row(open_[k])[i].meets(settled_[i]);
+    if (!vanishes) open_[kept++] = open_[k];
+  }
+  open_.resize(kept);
+  return true;
 }
 
-// Leaves the half for "1" of a column in the place of the question, and puts the half for "0" into
-// `next`. A column of a cube with two literals is best: one half loses the cube, in the other it
-// settles the second column.
-void Coverage::split(Question open, Question next) {
-  for (std::size_t w = 0; w < words_; ++w) twice_[w] &= open.cubes[w] & ~thrice_[w];
-  std::size_t chosen = SIZE_MAX;
-  forEachColumn(open.columns, blocks_, [&](std::size_t column, std::size_t, Word) {
-    const bool isBest = meet(twice_.data(), literal(column, false), words_) ||
-                        meet(twice_.data(), literal(column, true), words_);
-    if (isBest || chosen == SIZE_MAX) chosen = column;
-    return !isBest;
-  });
-  open.columns[chosen / 64] &= ~(Word{1} << (chosen % 64));
-  std::copy_n(open.columns, blocks_ + words_, next.columns);
-  takeOut(open.cubes, literal(chosen, false), words_);
-  takeOut(next.cubes, literal(chosen, true), words_);
+// Leaves the half for "0" of a column in the place of the question, and puts the half for "1"
+// behind it.
+template <PackedCube C>
+void Coverage<C>::split() {
+  const auto [block, bit] = columnToSplit();
+  columns()[block] &= ~bit;
+  columns_.insert(columns_.end(), columns_.end() - static_cast<std::ptrdiff_t>(blocks()),
+                  columns_.end());
+  const std::size_t end = open_.size();
+  std::size_t kept = begins_.back();
+  for (std::size_t k = begins_.back(); k < end; ++k) {
+    const Literals literals = row(open_[k])[block];
+    if ((literals.zeros & bit) == 0) open_.push_back(open_[k]);
+    if ((literals.ones & bit) == 0) open_[kept++] = open_[k];
+  }
+  open_.erase(open_.begin() + static_cast<std::ptrdiff_t>(kept),
+              open_.begin() + static_cast<std::ptrdiff_t>(end));
+  begins_.push_back(kept);
 }
 
-template void Coverage::add(const Cube&);
-template void Coverage::add(const NarrowCube&);
-template bool Coverage::isCovered(const Cube&, std::size_t, Effort&);
-template bool Coverage::isCovered(const NarrowCube&, std::size_t, Effort&);
+// The first column of the first of the cubes with the fewest literals: one half loses the cube, in
+// the other it has the fewest left to be settled by.
+template <PackedCube C>
+std::pair<std::size_t, typename Coverage<C>::Word> Coverage<C>::columnToSplit() {
+  std::size_t fewest = SIZE_MAX;
+  std::uint32_t shortest = 0;
+  for (std::size_t k = begins_.back(); k < open_.size(); ++k) {
+    std::size_t count = 0;
+    for (std::size_t i = 0; i < blocks(); ++i) {
+      count += bitCount(row(open_[k])[i].in(columns()[i]).any());
+    }
+    if (count < fewest) shortest = open_[k];
+    fewest = std::min(fewest, count);
+  }
+  std::size_t block = 0;
+  while (row(shortest)[block].in(columns()[block]).any() == 0) ++block;
+  const Word left = row(shortest)[block].in(columns()[block]).any();
+  return {block, lowestBit(left)};
+}
+
+template class Coverage<Cube>;
+template class Coverage<Cube64>;
 
 }  // namespace ostrel

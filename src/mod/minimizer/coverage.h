@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <utility>
 #include <vector>
 
 #include "minimizer/cube.h"
@@ -10,61 +11,67 @@
 
 namespace ostrel {
 
-/// A list of cubes turned on its side: for each literal the set of the cubes that have it, one bit
-/// a cube. A step of a question about many cubes is then a few word operations for each column.
-/// The object keeps its memory from list to list.
+/// A list of cubes about which one question after the other is asked. The object keeps its memory
+/// from list to list.
+template <PackedCube C>
 class Coverage {
  public:
-  /// Starts a list of at most `capacity` cubes with literals below `width` only.
-  void reset(std::size_t width, std::size_t capacity);
+  /// Starts a list of cubes with literals below `width` only.
+  void reset(std::size_t width);
 
   /// Adds a cube; its number is the count of those that were added before.
-  template <PackedCube C>
   void add(const C& cube);
 
   /// Takes the cube of a number out.
-  void remove(std::size_t number) { cubes_[number / 64] &= ~(Word{1} << (number % 64)); }
+  void remove(std::size_t number) { isGone_[number] = 1; }
 
   /// True if every point of `cube`, which has this number, lies in another cube of the list. Each
-  /// look at the literals of the cubes spends a step for each word that it reads; false, whatever
-  /// the answer would be, once the effort is spent.
-  template <PackedCube C>
+  /// pass over the cubes of a question spends a step for each block of them; false, whatever the
+  /// answer would be, once the effort is spent.
   bool isCovered(const C& cube, std::size_t number, Effort& effort);
 
  private:
   using Word = std::uint64_t;
   enum class Verdict { Covered, Uncovered, Open };
 
-  /// An open question: are these cubes, looked at in these columns only, together true everywhere?
-  struct Question {
-    Word* columns;
-    Word* cubes;
+  /// 64 columns of a cube, or of several: those with "1" and those with "0".
+  struct Literals {
+    Word ones = 0;
+    Word zeros = 0;
+    Word any() const { return ones | zeros; }
+    Literals in(Word columns) const { return {ones & columns, zeros & columns}; }
+    void add(Literals other) {
+      ones |= other.ones;
+      zeros |= other.zeros;
+    }
+    bool meets(Literals other) const { return ((ones & other.ones) | (zeros & other.zeros)) != 0; }
   };
-  Question question(std::size_t number) {
-    Word* const begin = questions_.data() + number * (blocks_ + words_);
-    return {begin, begin + blocks_};
-  }
 
-  const Word* literal(std::size_t column, bool isOne) const {
-    return literals_.data() + (2 * column + (isOne ? 1 : 0)) * words_;
-  }
+  std::size_t blocks() const;
+  const Literals* row(std::uint32_t number) const { return rows_.data() + number * blocks(); }
+  Word* columns() { return columns_.data() + columns_.size() - blocks(); }
 
-  Verdict judge(Question open, Effort& effort);
-  bool look(Question open);
-  Verdict settleLone(Question open);
-  void split(Question open, Question next);
+  bool ask(const C& cube, std::size_t number);
+  Verdict judge(Effort& effort);
+  bool look();
+  bool settle();
+  void split();
+  std::pair<std::size_t, Word> columnToSplit();
 
-  std::size_t blocks_ = 1;       // words of a set of columns
-  std::size_t words_ = 1;        // words of a set of cubes
-  std::size_t count_ = 0;        // cubes that were added
-  std::vector<Word> literals_;   // for each column the cubes with "0", then those with "1"
-  std::vector<Word> cubes_;      // the cubes that are still there
-  std::vector<Word> questions_;  // the open questions, one behind the other
+  std::vector<Literals> rows_;  // the blocks of each cube, one cube behind the other
+  std::vector<std::uint8_t> isGone_;
+  std::size_t blocks_ = 1;
 
-  // Scratch: the cubes of a question with at least one, two and three literals.
-  std::vector<Word> once_;
-  std::vector<Word> twice_;
-  std::vector<Word> thrice_;
+  // The open questions, one behind the other: are these cubes, looked at in these columns only,
+  // together true everywhere? The last one is in hand.
+  std::vector<std::uint32_t> open_;
+  std::vector<std::size_t> begins_;
+  std::vector<Word> columns_;
+
+  // Scratch, for each block: the literals that some cube of the question in hand has, and those
+  // that settle their columns.
+  std::vector<Literals> seen_;
+  std::vector<Literals> settled_;
 };
 
 }  // namespace ostrel

@@ -21,6 +21,8 @@
 
 namespace ostrel {
 
+class Cube64;
+
 class Cube {
  public:
   /// 64 neighbouring columns. A value bit is 0 wherever the care bit is 0.
@@ -51,6 +53,7 @@ class Cube {
   /// The cube of a text; each character other than '0' and '1' is a dash.
   explicit Cube(std::string_view text);
 
+  explicit Cube(const Cube64& cube);
   Cube(const Cube& other);
   Cube& operator=(const Cube& other);
   Cube(Cube&& other) noexcept;
@@ -103,17 +106,18 @@ class Cube {
   Block& mutableBlock(std::size_t i) { return i == 0 ? first_ : rest_[i - 1]; }
   void grow(std::size_t blockCount);
 
-  Block first_;                    // almost every narrowed cube fits here
+  Block first_;                    // enough for almost every cube of compact columns
   std::size_t blockCount_ = 1;     // first_ counts
   std::unique_ptr<Block[]> rest_;  // blocks 1 to blockCount_ - 1
 };
 
 /// A cube of at most 64 columns, as the algorithms hold it: one block and nothing to own, so that
-/// lists of them move as plain memory.
-class NarrowCube {
+/// lists of them move as plain memory. It halves the time of a run, which is mostly that of moving
+/// cubes between lists.
+class Cube64 {
  public:
-  NarrowCube() = default;
-  explicit NarrowCube(const Cube& cube) : block_(cube.block(0)) {}
+  Cube64() = default;
+  explicit Cube64(const Cube& cube) : block_(cube.block(0)) {}
 
   void set(std::size_t column, char literal) {
     const std::uint64_t bit = std::uint64_t{1} << column;
@@ -135,12 +139,23 @@ class NarrowCube {
   Cube::Block block_;
 };
 
-/// Cube or NarrowCube: whatever shows its columns as blocks.
+inline Cube::Cube(const Cube64& cube) : first_(cube.block(0)) {}
+
+/// Cube or Cube64: whatever shows its columns as blocks.
 template <class C>
 concept PackedCube = requires(const C& cube) {
   { cube.blockCount() } -> std::convertible_to<std::size_t>;
   { cube.block(0) } -> std::same_as<Cube::Block>;
 };
+
+/// One more than the last column with a literal: the least width that the cube fits in.
+template <PackedCube C>
+std::size_t widthOf(const C& cube) {
+  for (std::size_t i = cube.blockCount(); i-- > 0;) {
+    if (cube.block(i).care != 0) return 64 * i + std::bit_width(cube.block(i).care);
+  }
+  return 0;
+}
 
 /// True if test(block of a, block of b) holds for all blocks of the two cubes.
 template <PackedCube C, class Test>
@@ -152,32 +167,13 @@ bool everyBlock(const C& a, const C& b, Test test) {
   return true;
 }
 
-/// Sum of count(block of a, block of b) over all blocks of the two cubes.
-template <PackedCube C, class Count>
-std::size_t sumBlocks(const C& a, const C& b, Count count) {
-  std::size_t sum = 0;
-  const std::size_t blocks = std::max(a.blockCount(), b.blockCount());
-  for (std::size_t i = 0; i < blocks; ++i) {
-    sum += static_cast<std::size_t>(count(a.block(i), b.block(i)));
-  }
-  return sum;
-}
-
 /// Two cubes are equal when they have the same literals.
 template <PackedCube C>
 bool operator==(const C& a, const C& b) {
   return everyBlock(a, b, [](Cube::Block x, Cube::Block y) { return x == y; });
 }
 
-/// Distance: the number of columns in which one cube has "0" and the other "1".
-template <PackedCube C>
-std::size_t distance(const C& a, const C& b) {
-  return sumBlocks(a, b, [](Cube::Block x, Cube::Block y) {
-    return bitCount(x.care & y.care & (x.value ^ y.value));
-  });
-}
-
-/// True if some point lies in both cubes, that is, if their distance is 0.
+/// True if some point lies in both cubes, that is, if no column is "0" in one and "1" in the other.
 template <PackedCube C>
 bool cubesIntersect(const C& a, const C& b) {
   return everyBlock(a, b, [](Cube::Block x, Cube::Block y) {
@@ -185,7 +181,8 @@ bool cubesIntersect(const C& a, const C& b) {
   });
 }
 
-/// Containment: every point of `inner` lies in `outer`; a cube contains itself.
+/// Containment: every point of `inner` lies in `outer`; a cube contains itself. A literal of
+/// `outer` that `inner` lacks, or has in the other sense, is all that can speak against it.
 template <PackedCube C>
 bool cubeContains(const C& outer, const C& inner) {
   return everyBlock(outer, inner, [](Cube::Block x, Cube::Block y) {
@@ -197,14 +194,6 @@ bool cubeContains(const C& outer, const C& inner) {
 template <PackedCube C>
 bool haveSameDashes(const C& a, const C& b) {
   return everyBlock(a, b, [](Cube::Block x, Cube::Block y) { return x.care == y.care; });
-}
-
-/// The number of columns in which the two texts differ; a dash against a literal counts.
-template <PackedCube C>
-std::size_t differingColumns(const C& a, const C& b) {
-  return sumBlocks(a, b, [](Cube::Block x, Cube::Block y) {
-    return bitCount((x.care ^ y.care) | (x.value ^ y.value));
-  });
 }
 
 }  // namespace ostrel

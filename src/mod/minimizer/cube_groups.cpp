@@ -1,51 +1,29 @@
 // Merging and expansion of a sum of products in groups of equal dash count.
 //
-// Example for joining: "10", "11", "01" stand in group 0 in reverse order, "01" first. It differs
-// from "11" in one column: both go, and "-1" is appended to group 1. "10" stays, and the list is
-// "-1", "10".
+// Idea. The joining of neighbours ("10", "11" to "1-"), subsumption and expansion by consensus, as
+// in the method of Quine (1952) and McCluskey (1956), but greedy: a cube takes one partner and is
+// done with. All three need a partner with as many dashes or one more, so with the cubes sorted by
+// number of dashes each step looks into one group.
 //
-// Each step goes through the groups upward and through each group in order, and gives a cube the
-// *first* partner in order; a made cube goes to the end of the next group, where its own turn
-// comes. The partner of a cube is one of few texts (one literal inverted, dropped, or both), so
-// in large groups it is found by hash: a step costs one look-up for each literal of each cube
-// instead of a comparison with every other cube. The lists are the same either way.
+// Example. "10", "11", "01" stand in group 0 in reverse order, "01" first. It differs from "11" in
+// one column: both go, and "-1" is appended to group 1. "10" stays, and the list is "-1", "10".
+//
+// Cost. A step costs a scan of the group for each cube of a short group, and one look-up for each
+// literal of each cube of a long one. Long groups come from the rows of a file, of which a function
+// may have any number; what the algorithms make themselves is bounded by the budgets.
+//
+// Order. Part of the output, do not tidy: each step goes through the groups upward and through each
+// group in order, and gives a cube the *first* partner in order; a made cube goes to the end of the
+// next group, where its own turn comes; sorting reverses the list. That the last group keeps its
+// duplicates where the universal cube stands alone shows in the output as well.
 #include "minimizer/cube_groups.h"
 
 #include <algorithm>
-#include <bit>
 #include <cassert>
 #include <iterator>
-#include <optional>
-#include <type_traits>
 #include <utility>
 
 namespace ostrel {
-namespace {
-
-// Groups with more cubes than this are searched by hash, smaller ones by a plain scan. Below about
-// 16 cubes the scan is faster, above 64 the hash; in between the two take the same time.
-constexpr std::size_t scanLimit = 32;
-
-// For cubes a, and b with one dash more, all in columns that are literals of a: the column in
-// which the two have opposite literals. Nothing if b has a literal where a has a dash, or if
-// their distance is not exactly 1.
-template <PackedCube C>
-std::optional<std::size_t> expandableColumn(const C& a, const C& b) {
-  std::optional<std::size_t> column;
-  const std::size_t blocks = std::max(a.blockCount(), b.blockCount());
-  for (std::size_t i = 0; i < blocks; ++i) {
-    const Cube::Block x = a.block(i);
-    const Cube::Block y = b.block(i);
-    if ((y.care & ~x.care) != 0) return std::nullopt;
-    const std::uint64_t opposite = y.care & (x.value ^ y.value);
-    if (opposite == 0) continue;
-    if (column || !isSingleBit(opposite)) return std::nullopt;
-    column = i * 64 + static_cast<std::size_t>(std::countr_zero(opposite));
-  }
-  return column;
-}
-
-}  // namespace
 
 template <PackedCube C>
 void CubeGroups<C>::add(std::size_t dashes, const C& cube) {
@@ -56,16 +34,17 @@ void CubeGroups<C>::add(std::size_t dashes, const C& cube) {
 
 template <PackedCube C>
 void CubeGroups<C>::groupByDashes(std::vector<C>& list) {
+  assert(lowest_ > width());  // all groups are empty
   for (auto cube = list.rbegin(); cube != list.rend(); ++cube) {
-    assert(cube->literalCount() <= width());
+    assert(widthOf(*cube) <= width());
     add(dashCount(*cube, width()), *cube);
   }
-  mayHaveTwins_ = true;
   list.clear();
 }
 
 template <PackedCube C>
 void CubeGroups<C>::flattenGroups(std::vector<C>& list) {
+  assert(isInPlace());
   list.clear();
   for (std::size_t d = highest_ + 1; d-- > lowest_;) {
     std::move(groups_[d].begin(), groups_[d].end(), std::back_inserter(list));
@@ -75,19 +54,40 @@ void CubeGroups<C>::flattenGroups(std::vector<C>& list) {
   highest_ = 0;
 }
 
+/// True if each cube stands in the group of its dash count.
 template <PackedCube C>
-void CubeGroups<C>::dropDuplicates(std::size_t groupCount) {
-  if (!mayHaveTwins_) return;
-  mayHaveTwins_ = false;
-  for (std::size_t d = lowest_; d <= highest_ && d < groupCount; ++d) {
-    if (!hasTwins(groups_[d])) continue;
-    dropDuplicatesOf(groups_[d]);
-    mayHaveTwins_ = true;
+bool CubeGroups<C>::isInPlace() const {
+  for (std::size_t d = 0; d < groups_.size(); ++d) {
+    const auto isStray = [&](const C& cube) {
+      return dashCount(cube, width()) != d || d < lowest_ || d > highest_;
+    };
+    if (std::any_of(groups_[d].begin(), groups_[d].end(), isStray)) return false;
   }
+  return true;
+}
+
+/// The groups that the universal cube doesn't stand in, or all if it is a cube like any other.
+template <PackedCube C>
+std::size_t CubeGroups<C>::ordinaryGroups(UniversalCube universal) const {
+  return universal == UniversalCube::StandsAlone ? width() : width() + 1;
 }
 
 template <PackedCube C>
-bool CubeGroups<C>::hasTwins(const Group& group) {
+bool CubeGroups<C>::dropDuplicates(UniversalCube universal) {
+  bool anyTwins = false;
+  const std::size_t end = std::min(highest_ + 1, ordinaryGroups(universal));
+  for (std::size_t d = lowest_; d < end; ++d) {
+    if (!mayHaveTwins(groups_[d])) continue;
+    dropDuplicatesOf(groups_[d]);
+    anyTwins = true;
+  }
+  return anyTwins;
+}
+
+/// False if no two cubes of the group have their dashes in the same columns: most groups are such,
+/// and to see that takes a fifth of the time of a search for duplicates and neighbours.
+template <PackedCube C>
+bool CubeGroups<C>::mayHaveTwins(const Group& group) {
   if (group.size() > scanLimit) return true;  // as good as certain
   for (std::size_t a = 1; a < group.size(); ++a) {
     for (std::size_t b = 0; b < a; ++b) {
@@ -99,187 +99,87 @@ bool CubeGroups<C>::hasTwins(const Group& group) {
 
 template <PackedCube C>
 void CubeGroups<C>::dropDuplicatesOf(Group& group) {
-  if (group.size() <= scanLimit) {
-    for (std::size_t a = 0; a + 1 < group.size(); ++a) {
-      const auto behind = group.begin() + static_cast<std::ptrdiff_t>(a) + 1;
-      group.erase(std::remove(behind, group.end(), group[a]), group.end());
-    }
-    return;
-  }
-  gone_.assign(group.size(), 0);
-  index_.reset(group.size());
+  if (group.size() < 2) return;
+  FirstPartner<C, SameCube> earlier(group, 0, scratch_);
+  bool hasCopies = false;
   for (std::size_t i = 0; i < group.size(); ++i) {
-    const std::uint64_t key = literalHash(group[i]);
-    for (auto k = index_.first(key); k != CubeIndex::none && gone_[i] == 0; k = index_.next(k)) {
-      gone_[i] = group[k] == group[i];
-    }
-    if (gone_[i] == 0) index_.add(key, i);
+    const bool isCopy = earlier.of(group[i]) != earlier.none;
+    earlier.enterUpTo(i + 1);
+    if (isCopy) earlier.withdraw(i);
+    hasCopies |= isCopy;
   }
-  eraseGone(group);
+  if (hasCopies) eraseGone(group);
 }
 
 template <PackedCube C>
-void CubeGroups<C>::mergeGroups(std::size_t universalGroup) {
-  dropDuplicates(universalGroup);
-  for (std::size_t d = lowest_; mayHaveTwins_ && d <= highest_ && d < width(); ++d) {
-    joinNeighbours(d);
-  }
-  for (std::size_t d = lowest_; d < highest_ && d + 2 <= universalGroup; ++d) dropContained(d);
-  if (universalGroup == width()) keepUniversalAlone();
+void CubeGroups<C>::mergeGroups(UniversalCube universal) {
+  const bool anyTwins = dropDuplicates(universal);
+  for (std::size_t d = lowest_; anyTwins && d <= highest_ && d < width(); ++d) joinNeighbours(d);
+  const std::size_t end = std::min(highest_ + 1, ordinaryGroups(universal));
+  for (std::size_t d = lowest_; d + 1 < end; ++d) dropContained(d);
+  if (universal == UniversalCube::StandsAlone) keepUniversalAlone();
 }
 
+// A cube that was passed and is still there found no partner, although this cube, if they are
+// neighbours, was there to be found. So all neighbours that are left stand behind.
 template <PackedCube C>
 void CubeGroups<C>::joinNeighbours(std::size_t dashes) {
-  const std::size_t size = groups_[dashes].size();
-  if (size < 2) return;
-  size <= scanLimit ? scanNeighbours(dashes) : indexNeighbours(dashes);
-}
-
-template <PackedCube C>
-void CubeGroups<C>::join(std::size_t dashes, const C& a, const C& b) {
-  C joined = a;
-  joined.set(*adjacentColumn(a, b), '-');
-  add(dashes + 1, joined);
-}
-
-template <PackedCube C>
-void CubeGroups<C>::scanNeighbours(std::size_t dashes) {
   Group& group = groups_[dashes];
-  for (auto a = group.begin(); a != group.end();) {
-    const auto isNeighbour = [a](const C& b) { return adjacentColumn(*a, b).has_value(); };
-    const auto b = std::find_if(a + 1, group.end(), isNeighbour);
-    if (b == group.end()) {
-      ++a;
-      continue;
-    }
-    join(dashes, *a, *b);
-    group.erase(b);
-    a = group.erase(a);
-  }
-}
-
-// The partner of a cube is the first one behind it that is still there and differs in exactly one
-// literal. Nothing needs to tell "behind" from "in front": a cube that was passed and is still
-// there found no partner, although this cube, if they are neighbours, was there to be found. So
-// all neighbours that are left stand behind.
-template <PackedCube C>
-void CubeGroups<C>::indexNeighbours(std::size_t dashes) {
-  Group& group = groups_[dashes];
-  gone_.assign(group.size(), 0);
-  index_.reset(group.size());
-  for (std::size_t i = 0; i < group.size(); ++i) index_.add(literalHash(group[i]), i);
+  if (group.size() < 2) return;
+  FirstPartner<C, Neighbour> neighbours(group, 0, scratch_);
+  neighbours.enterUpTo(group.size());
+  bool hasJoined = false;
   for (std::size_t a = 0; a < group.size(); ++a) {
-    if (gone_[a] != 0) continue;
-    const std::size_t b = indexedNeighbour(group, a);
-    if (b == group.size()) continue;
-    join(dashes, group[a], group[b]);
-    for (const std::size_t joined : {a, b}) {
-      index_.remove(literalHash(group[joined]), joined);
-      gone_[joined] = 1;
-    }
+    if (neighbours.isGone(a)) continue;
+    const std::size_t b = neighbours.of(group[a], a + 1);
+    if (b == neighbours.none) continue;
+    assert(b > a);
+    C joined = group[a];
+    joined.set(*adjacentColumn(group[a], group[b]), '-');
+    add(dashes + 1, joined);
+    neighbours.withdraw(a);
+    neighbours.withdraw(b);
+    hasJoined = true;
   }
-  eraseGone(group);
+  if (hasJoined) eraseGone(group);
 }
 
-template <PackedCube C>
-std::size_t CubeGroups<C>::indexedNeighbour(const Group& group, std::size_t a) const {
-  std::size_t best = group.size();
-  forEachNeighbourHash(group[a], literalHash(group[a]), invertedLiteral, [&](std::uint64_t key) {
-    auto b = index_.first(key);
-    while (b != CubeIndex::none && !adjacentColumn(group[a], group[b])) b = index_.next(b);
-    if (b != CubeIndex::none) best = std::min<std::size_t>(best, b);
-    return true;
-  });
-  return best;
-}
-
-// A cube of the next group differs from a cube in exactly one place if and only if it contains it.
 template <PackedCube C>
 void CubeGroups<C>::dropContained(std::size_t dashes) {
-  Group& group = groups_[dashes];
   const Group& larger = groups_[dashes + 1];
-  if (group.empty() || larger.empty()) return;
-  const bool useIndex = larger.size() > scanLimit;
-  if (useIndex) {
-    index_.reset(larger.size());
-    for (std::size_t i = 0; i < larger.size(); ++i) index_.add(literalHash(larger[i]), i);
-  }
-  std::erase_if(group, [&](const C& inner) {
-    const auto contains = [&inner](const C& outer) { return cubeContains(outer, inner); };
-    if (!useIndex) return std::any_of(larger.begin(), larger.end(), contains);
-    bool isContained = false;
-    forEachNeighbourHash(inner, literalHash(inner), droppedLiteral, [&](std::uint64_t key) {
-      auto b = index_.first(key);
-      while (b != CubeIndex::none && !contains(larger[b])) b = index_.next(b);
-      isContained = b != CubeIndex::none;
-      return !isContained;
-    });
-    return isContained;
-  });
+  if (groups_[dashes].empty() || larger.empty()) return;
+  FirstPartner<C, Container> containers(larger, 0, scratch_);
+  containers.enterUpTo(larger.size());
+  std::erase_if(groups_[dashes],
+                [&](const C& cube) { return containers.of(cube) != containers.none; });
 }
 
 template <PackedCube C>
 void CubeGroups<C>::expandGroups() {
-  dropDuplicates(width());
-  for (std::size_t d = lowest_; d < highest_ && d + 2 <= width(); ++d) expandGroup(d);
+  dropDuplicates(UniversalCube::StandsAlone);
+  const std::size_t end = std::min(highest_ + 1, width());
+  for (std::size_t d = lowest_; d + 1 < end; ++d) expandGroup(d);
   keepUniversalAlone();
 }
 
 // If b agrees with a except for an opposite literal in one column, and has one dash more, then a
-// without the literal of that column is a OR a part of b. The grown cube joins the end of the
-// larger group at once, as a partner for the cubes that follow.
+// without the literal of that column is a OR a part of b, their consensus. The grown cube joins the
+// end of the larger group at once, as a partner for the cubes that follow.
 template <PackedCube C>
 void CubeGroups<C>::expandGroup(std::size_t dashes) {
-  const std::size_t larger = groups_[dashes + 1].size();
-  if (groups_[dashes].empty() || larger == 0) return;
-  larger <= scanLimit ? scanExpanders(dashes) : indexExpanders(dashes);
-}
-
-template <PackedCube C>
-void CubeGroups<C>::scanExpanders(std::size_t dashes) {
   Group& larger = groups_[dashes + 1];
+  if (groups_[dashes].empty() || larger.empty()) return;
+  FirstPartner<C, Expander> partners(larger, groups_[dashes].size(), scratch_);
+  partners.enterUpTo(larger.size());
   std::erase_if(groups_[dashes], [&](const C& cube) {
-    for (const C& partner : larger) {
-      const auto column = expandableColumn(cube, partner);
-      if (!column) continue;
-      larger.push_back(cube);
-      larger.back().set(*column, '-');
-      mayHaveTwins_ = true;
-      return true;
-    }
-    return false;
-  });
-}
-
-template <PackedCube C>
-void CubeGroups<C>::indexExpanders(std::size_t dashes) {
-  Group& larger = groups_[dashes + 1];
-  index_.reset(larger.size() + groups_[dashes].size());
-  for (std::size_t i = 0; i < larger.size(); ++i) index_.add(careHash(larger[i]), i);
-  std::erase_if(groups_[dashes], [&](const C& cube) {
-    const std::size_t b = indexedExpander(cube, larger);
-    if (b == larger.size()) return false;
+    const std::size_t b = partners.of(cube);
+    if (b == partners.none) return false;
     C expanded = cube;
-    expanded.set(*expandableColumn(cube, larger[b]), '-');
-    index_.add(careHash(expanded), larger.size());
-    larger.push_back(std::move(expanded));
-    mayHaveTwins_ = true;
+    expanded.set(*Expander::column(cube, larger[b]), '-');
+    larger.push_back(expanded);
+    partners.enterUpTo(larger.size());
     return true;
   });
-}
-
-// The literals of a partner stand in all columns but one of the cube's literals: one look-up for
-// each column that may be missing finds all of them.
-template <PackedCube C>
-std::size_t CubeGroups<C>::indexedExpander(const C& cube, const Group& larger) const {
-  std::size_t best = larger.size();
-  forEachNeighbourHash(cube, careHash(cube), droppedPlace, [&](std::uint64_t key) {
-    auto b = index_.first(key);
-    while (b < best && !expandableColumn(cube, larger[b])) b = index_.next(b);
-    if (b < best) best = b;
-    return true;
-  });
-  return best;
 }
 
 template <PackedCube C>
@@ -289,50 +189,37 @@ void CubeGroups<C>::keepUniversalAlone() {
   lowest_ = width();
 }
 
+// The cubes are numbered from the most dashes down, so that when the walk goes up, the groups that
+// no longer help are the last numbers.
 template <PackedCube C>
 void CubeGroups<C>::dropRedundant(Effort& effort) {
   const std::size_t end = std::min(highest_ + 1, width());
   std::size_t count = 0;
   for (std::size_t d = lowest_; d < end; ++d) count += groups_[d].size();
   if (count < 2) return;
-  if constexpr (std::is_same_v<C, NarrowCube>) {
-    if (count <= RowCoverage::capacity) {
-      rowCoverage_.reset();
-      dropCovered(rowCoverage_, end, count, effort);
-      return;
-    }
-  }
-  coverage_.reset(width(), count);
-  dropCovered(coverage_, end, count, effort);
-}
-
-// The cubes are numbered from the most dashes down, so that when the walk goes up, the groups that
-// no longer help are the last numbers.
-template <PackedCube C>
-template <class AnyCoverage>
-void CubeGroups<C>::dropCovered(AnyCoverage& coverage, std::size_t end, std::size_t count,
-                                Effort& effort) {
+  coverage_.reset(width());
   for (std::size_t d = end; d-- > lowest_;) {
-    for (const C& cube : groups_[d]) coverage.add(cube);
+    for (const C& cube : groups_[d]) coverage_.add(cube);
   }
   for (std::size_t d = lowest_; d < end; ++d) {
     count -= groups_[d].size();
     std::size_t number = count;
     std::erase_if(groups_[d], [&](const C& cube) {
-      const bool isRedundant = coverage.isCovered(cube, number, effort);
-      if (isRedundant) coverage.remove(number);
+      const bool isRedundant = coverage_.isCovered(cube, number, effort);
+      if (isRedundant) coverage_.remove(number);
       ++number;
       return isRedundant;
     });
-    while (number-- > count) coverage.remove(number);
+    while (number-- > count) coverage_.remove(number);
   }
 }
 
+/// Removes the cubes that were withdrawn in a search.
 template <PackedCube C>
 void CubeGroups<C>::eraseGone(Group& group) {
   std::size_t kept = 0;
   for (std::size_t i = 0; i < group.size(); ++i) {
-    if (gone_[i] != 0) continue;
+    if (scratch_.gone[i] != 0) continue;
     if (kept != i) group[kept] = std::move(group[i]);
     ++kept;
   }
@@ -340,6 +227,6 @@ void CubeGroups<C>::eraseGone(Group& group) {
 }
 
 template class CubeGroups<Cube>;
-template class CubeGroups<NarrowCube>;
+template class CubeGroups<Cube64>;
 
 }  // namespace ostrel

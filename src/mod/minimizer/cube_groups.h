@@ -8,11 +8,15 @@
 #include <vector>
 
 #include "minimizer/coverage.h"
-#include "minimizer/cube_index.h"
 #include "minimizer/cube_list.h"
-#include "minimizer/row_coverage.h"
+#include "minimizer/first_partner.h"
 
 namespace ostrel {
+
+/// Whether the cube of dashes only removes all others. In a list that was made compact from one
+/// with columns that none of its cubes uses it is a cube like any other: its duplicates are
+/// dropped, it swallows the cubes with one literal, and the rest stays beside it.
+enum class UniversalCube { StandsAlone, IsOrdinary };
 
 /// Group d of a list of width w holds its cubes with d dashes, d from 0 to w. An object can be
 /// filled and emptied again and again; it keeps its memory from one list to the next.
@@ -32,18 +36,13 @@ class CubeGroups {
   /// the one without dashes, each group in its own order. The groups are left empty.
   void flattenGroups(std::vector<C>& list);
 
-  /// Keeps the first cube of each text in the groups 0 to groupCount - 1; later groups stay, also
-  /// in a later call with a greater count.
-  void dropDuplicates(std::size_t groupCount);
+  /// Keeps the first of equal cubes; a universal cube that stands alone keeps its copies. False if
+  /// no two cubes had their dashes in the same columns, so that none are neighbours either.
+  bool dropDuplicates(UniversalCube universal);
 
-  /// Joins pairs that differ in one literal, drops cubes that a cube of the next group contains,
-  /// and lets a universal cube stand alone. The function stays the same.
-  ///
-  /// `universalGroup` is the number of the group whose cubes count as the universal cube: the
-  /// width, or a larger number if the cubes were narrowed from a list with columns that none of
-  /// them uses. Then the group of all dashes is a group like any other: its duplicates are
-  /// dropped, it swallows the cubes with one literal, and the rest stays beside it.
-  void mergeGroups(std::size_t universalGroup);
+  /// Joins pairs that differ in one literal and drops cubes that a cube of the next group contains.
+  /// The function stays the same.
+  void mergeGroups(UniversalCube universal);
 
   /// Removes one literal from each cube for which a cube of the next group covers the half that
   /// is gained; the larger cube goes to the end of the next group. Then lets a universal cube
@@ -59,36 +58,23 @@ class CubeGroups {
   using Group = std::vector<C>;
 
   void add(std::size_t dashes, const C& cube);
+  std::size_t ordinaryGroups(UniversalCube universal) const;
   void keepUniversalAlone();
-  static bool hasTwins(const Group& group);
+  static bool mayHaveTwins(const Group& group);
   void dropDuplicatesOf(Group& group);
   void joinNeighbours(std::size_t dashes);
-  void scanNeighbours(std::size_t dashes);
-  void indexNeighbours(std::size_t dashes);
-  void join(std::size_t dashes, const C& a, const C& b);
-  std::size_t indexedNeighbour(const Group& group, std::size_t a) const;
   void dropContained(std::size_t dashes);
   void expandGroup(std::size_t dashes);
-  void scanExpanders(std::size_t dashes);
-  void indexExpanders(std::size_t dashes);
-  std::size_t indexedExpander(const C& cube, const Group& larger) const;
-  template <class AnyCoverage>
-  void dropCovered(AnyCoverage& coverage, std::size_t end, std::size_t count, Effort& effort);
   void eraseGone(Group& group);
+  [[maybe_unused]] bool isInPlace() const;
 
   // All cubes stand in the groups lowest_ to highest_; the lists are short, and most groups empty.
   std::vector<Group> groups_;
   std::size_t lowest_;
   std::size_t highest_ = 0;
 
-  // False if no two cubes of a group have their dashes at the same places: then there are no
-  // duplicates and no neighbours.
-  bool mayHaveTwins_ = false;
-
-  CubeIndex index_;                 // scratch: the cubes of one group by hash
-  std::vector<std::uint8_t> gone_;  // scratch: 1 for each cube of a group that has been removed
-  RowCoverage rowCoverage_;         // scratch: a short list that is searched for redundant cubes
-  Coverage coverage_;               // scratch: a long one
+  PartnerScratch scratch_;
+  Coverage<C> coverage_;  // scratch: the list that is searched for redundant cubes
 };
 
 }  // namespace ostrel

@@ -25,15 +25,19 @@ std::size_t dashCount(const C& cube, std::size_t width) {
   return width - cube.literalCount();
 }
 
-/// Moves every literal to the column that `columnMap` gives for its own column; all other columns
-/// of the result are dashes. The map must reach every column with a literal, and must not send two
-/// of them to one place.
-Cube remapCube(const Cube& cube, std::span<const std::uint32_t> columnMap);
-
-/// The cubes, of at most 64 columns, as plain values; widen() writes such cubes over `list` and
-/// keeps its memory.
-std::vector<NarrowCube> narrowed(std::span<const Cube> cubes);
-void widen(std::span<const NarrowCube> cubes, CubeList& list);
+/// Runs work(list) on the cubes, in plain values where they fit one block as almost all do, and
+/// gives the list that it leaves. `width` is the width of the cubes before and after.
+template <class Work>
+CubeList onCubes(std::span<const Cube> cubes, std::size_t width, Work work) {
+  if (width > 64) {
+    CubeList list(cubes.begin(), cubes.end());
+    work(list);
+    return list;
+  }
+  std::vector<Cube64> list(cubes.begin(), cubes.end());
+  work(list);
+  return CubeList(list.begin(), list.end());
+}
 
 /// The product of two cubes: the points that lie in both. Nothing if there is none.
 template <PackedCube C>
@@ -93,7 +97,7 @@ bool sharpCube(const C& a, const C& b, std::vector<C>& pieces) {
     const Cube::Block x = a.block(i);
     const Cube::Block y = b.block(i);
     for (std::uint64_t rest = y.care & ~x.care; rest != 0; rest &= rest - 1) {
-      const std::uint64_t bit = rest & (~rest + 1);
+      const std::uint64_t bit = lowestBit(rest);
       pieces.push_back(a);
       pieces.back().setBlock(i, {x.care | bit, x.value | (~y.value & bit)});
     }

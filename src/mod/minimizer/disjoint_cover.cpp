@@ -1,25 +1,37 @@
 // Disjoint covers: cubes of which no two share a point, so that their OR is their exclusive OR.
 //
-// The cubes are brought into a work group one by one, those with the most dashes first. A cube
-// that is disjoint from the whole work group joins it. Where two cubes meet, the one with more
-// dashes (the work cube, if they have equally many) stays whole, and the other becomes what is
-// left of it: one piece in place, further pieces in the pending group, which is worked off in the
-// same way when all cubes have had their turn. The pieces of a cube overlap each other, and so
-// each of them must pass the work group like any other cube.
+// Idea. The disjoint sharp product (Hong, Cain, Ostapko, "MINI: a heuristic approach for logic
+// minimization", 1974), cube by cube. The cubes are brought into a work group one by one, those
+// with the most dashes first. A cube that is disjoint from the whole work group joins it. Where two
+// cubes meet, the one with more dashes (the work cube, if they have equally many) stays whole, and
+// the other becomes what is left of it: one piece in place, further pieces in the pending group,
+// which is worked off in the same way when all cubes have had their turn. The pieces of a cube
+// overlap each other, and so each of them must pass the work group like any other cube.
 //
-// Example: "-11" stands in the work group when "11-" comes. The work cube stays, "11-" becomes
+// Example. "-11" stands in the work group when "11-" comes. The work cube stays, "11-" becomes
 // "110", which is disjoint and joins. With "1--" against "-00" the latter becomes "000"; with
 // "11--" against "--11" the latter leaves the pieces "0-11" in place and "-011" pending.
 //
-// A scan of a list stops as soon as the cube in hand turns out to lie inside a work cube while
-// other work cubes are still to come; the list is then purged and scanned again from its front.
-// The cost of a scan is the list times the work group, a few word operations for each pair.
+// Cost. A scan costs the list times the work group, a few word operations for each pair, and there
+// are about as many scans as times that a cube can be cut. The work group is counted after each
+// scan of the pending pieces: above 128 cubes there is no cover.
+//
+// Order. Part of the output, do not tidy, however much of it reads like an oversight:
+// - Only the first cube of each group removes what it contains before the scans; what else is
+//   contained goes when it meets its container.
+// - A scan of a list stops as soon as the cube in hand turns out to lie inside a work cube while
+//   other work cubes are still to come; the list is then purged and scanned again from its front.
+// - In the first scan of a group a cube that joins the work group stays in its own group as well.
+// - A cube that was cut is looked at in a later scan only, while the work cubes behind the cut are
+//   compared with what is left of it.
+// - Pieces that arrive during a scan of the pending ones stand in front of them in the next.
 #include <algorithm>
 #include <cassert>
 #include <iterator>
 #include <utility>
 
-#include "minimizer/cube_table.h"
+#include "minimizer/list_checks.h"
+#include "minimizer/marked_lists.h"
 
 namespace ostrel {
 namespace {
@@ -30,20 +42,20 @@ class DisjointCover {
   DisjointCover(std::span<const C> cubes, std::size_t width);
 
   bool build();
-  const ImplicantList<C>& cubes() const { return work_; }
+  const MarkedList<C>& cubes() const { return work_; }
 
  private:
   void removeContained();
-  void placeGroup(ImplicantList<C>& group);
+  void placeGroup(MarkedList<C>& group);
   bool placePieces();
-  void scan(ImplicantList<C>& list, bool isFirstScan);
-  bool fitCube(Implicant<C>& cube, bool isFirstScan);
-  void splitPair(Implicant<C>& a, Implicant<C>& b);
+  void scan(MarkedList<C>& list, bool isFirstScan);
+  bool fitCube(MarkedCube<C>& cube, bool isFirstScan);
+  void splitPair(MarkedCube<C>& a, MarkedCube<C>& b);
 
   std::size_t width_;
-  CubeTable<C> inputs_;       // the given cubes by number of dashes
-  ImplicantList<C> work_;     // the disjoint cover; deleted cubes stand in it until it is purged
-  ImplicantList<C> pending_;  // pieces of split cubes that wait for their turn
+  MarkedGroups<C> inputs_;  // the given cubes by number of dashes
+  MarkedList<C> work_;      // the disjoint cover; deleted cubes stand in it until it is purged
+  MarkedList<C> pending_;   // pieces of split cubes that wait for their turn
 };
 
 template <PackedCube C>
@@ -68,7 +80,7 @@ void DisjointCover<C>::removeContained() {
     const C& first = inputs_[d].back().cube;
     for (std::size_t lower = d; lower-- > 0;) {
       std::erase_if(inputs_[lower],
-                    [&](const Implicant<C>& inner) { return cubeContains(first, inner.cube); });
+                    [&](const MarkedCube<C>& inner) { return cubeContains(first, inner.cube); });
     }
   }
 }
@@ -76,7 +88,7 @@ void DisjointCover<C>::removeContained() {
 // In the first scan a cube that joins the work group stays in its own group as well; the next scan
 // finds it inside its copy. Later scans take it out at once.
 template <PackedCube C>
-void DisjointCover<C>::placeGroup(ImplicantList<C>& group) {
+void DisjointCover<C>::placeGroup(MarkedList<C>& group) {
   bool isFirstScan = true;
   while (!group.empty()) {
     scan(group, isFirstScan);
@@ -93,8 +105,8 @@ void DisjointCover<C>::placeGroup(ImplicantList<C>& group) {
 template <PackedCube C>
 bool DisjointCover<C>::placePieces() {
   purgeGroup(work_);
-  if (work_.size() > groupLimit) return false;
-  ImplicantList<C> list;
+  if (work_.size() > xorGroupLimit) return false;
+  MarkedList<C> list;
   while (!pending_.empty()) {
     list.clear();
     std::swap(list, pending_);
@@ -104,13 +116,13 @@ bool DisjointCover<C>::placePieces() {
     std::swap(list, pending_);
     purgeGroup(pending_);
     purgeGroup(work_);
-    if (work_.size() > groupLimit) return false;
+    if (work_.size() > xorGroupLimit) return false;
   }
   return true;
 }
 
 template <PackedCube C>
-void DisjointCover<C>::scan(ImplicantList<C>& list, bool isFirstScan) {
+void DisjointCover<C>::scan(MarkedList<C>& list, bool isFirstScan) {
   for (std::size_t i = list.size(); i-- > 0;) {
     if (!fitCube(list[i], isFirstScan)) return;
   }
@@ -119,14 +131,14 @@ void DisjointCover<C>::scan(ImplicantList<C>& list, bool isFirstScan) {
 // Tries to bring one cube into the work group; false if the scan has to stop. A cube that met
 // another one is looked at again, in the form it then has, in a later scan.
 template <PackedCube C>
-bool DisjointCover<C>::fitCube(Implicant<C>& cube, bool isFirstScan) {
+bool DisjointCover<C>::fitCube(MarkedCube<C>& cube, bool isFirstScan) {
   if (work_.empty()) {
     pushCube(work_, cube.cube);
     return true;
   }
   bool touched = false;
   for (std::size_t i = work_.size(); i-- > 0;) {
-    Implicant<C>& work = work_[i];
+    MarkedCube<C>& work = work_[i];
     if (work.deleted) continue;
     if (cube.deleted) return false;
     if (!cubesIntersect(work.cube, cube.cube)) continue;
@@ -141,10 +153,10 @@ bool DisjointCover<C>::fitCube(Implicant<C>& cube, bool isFirstScan) {
 
 // Takes the cube with more dashes (a, if they have equally many) away from the other one.
 template <PackedCube C>
-void DisjointCover<C>::splitPair(Implicant<C>& a, Implicant<C>& b) {
+void DisjointCover<C>::splitPair(MarkedCube<C>& a, MarkedCube<C>& b) {
   const bool aIsBig = a.cube.literalCount() <= b.cube.literalCount();
   const C& big = aIsBig ? a.cube : b.cube;
-  Implicant<C>& small = aIsBig ? b : a;
+  MarkedCube<C>& small = aIsBig ? b : a;
   if (cubeContains(big, small.cube)) {
     small.deleted = true;
     return;
@@ -164,27 +176,17 @@ void DisjointCover<C>::splitPair(Implicant<C>& a, Implicant<C>& b) {
   });
 }
 
-template <PackedCube C>
-[[maybe_unused]] bool isPairwiseDisjoint(const ImplicantList<C>& list) {
-  for (std::size_t i = 0; i < list.size(); ++i) {
-    for (std::size_t j = 0; j < i; ++j) {
-      if (cubesIntersect(list[i].cube, list[j].cube)) return false;
-    }
-  }
-  return true;
-}
-
 // A merged cube comes to the front of the next group, where it can merge again when the walk gets
 // there.
 template <PackedCube C>
-void mergeAdjacent(CubeTable<C>& table) {
-  for (ImplicantList<C>& group : table) {
+void mergeAdjacent(MarkedGroups<C>& groups) {
+  for (MarkedList<C>& group : groups) {
     removePairs(group, [&](const C& a, const C& b) {
       const auto column = adjacentColumn(a, b);
       if (!column) return false;
       C merged = a;
       merged.set(*column, '-');
-      pushCube(table, std::move(merged));
+      pushCube(groups, std::move(merged));
       return true;
     });
   }
@@ -193,17 +195,18 @@ void mergeAdjacent(CubeTable<C>& table) {
 }  // namespace
 
 template <PackedCube C>
-bool buildDisjointCover(std::span<const C> cubes, CubeTable<C>& table) {
-  const std::size_t width = table.size() - 1;
+bool buildDisjointCover(std::span<const C> cubes, MarkedGroups<C>& groups) {
+  const std::size_t width = groups.size() - 1;
   DisjointCover<C> cover(cubes, width);
   if (!cover.build()) return false;
-  assert(isPairwiseDisjoint(cover.cubes()));
-  for (std::size_t i = cover.cubes().size(); i-- > 0;) pushCube(table, cover.cubes()[i].cube);
-  mergeAdjacent(table);
+  for (std::size_t i = cover.cubes().size(); i-- > 0;) pushCube(groups, cover.cubes()[i].cube);
+  assert(isDisjoint<C>(unmarked(groups)));
+  mergeAdjacent(groups);
+  assert(agree<C>(cubes, PointsOf::AnyCube, unmarked(groups), PointsOf::OddCubes));
   return true;
 }
 
-template bool buildDisjointCover(std::span<const Cube>, CubeTable<Cube>&);
-template bool buildDisjointCover(std::span<const NarrowCube>, CubeTable<NarrowCube>&);
+template bool buildDisjointCover(std::span<const Cube>, MarkedGroups<Cube>&);
+template bool buildDisjointCover(std::span<const Cube64>, MarkedGroups<Cube64>&);
 
 }  // namespace ostrel

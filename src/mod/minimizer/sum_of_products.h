@@ -3,12 +3,14 @@
 // A list stands for the OR of its cubes; `width` is the width of all cubes of a call. None of the
 // operations looks for a smallest cover. Each gives the one list, in the one order, that its steps
 // lead to; ties go to the first cube. The lists can grow exponentially in bad cases, so callers
-// bound what they hand in, or the effort of a complement; there are no other failures.
+// bound what they hand in, or the effort; there are no other failures.
 #pragma once
 
 #include <cstddef>
 #include <span>
+#include <vector>
 
+#include "minimizer/cube_groups.h"
 #include "minimizer/cube_list.h"
 #include "minimizer/effort.h"
 
@@ -17,26 +19,47 @@ namespace ostrel {
 /// Merges without expansion: equal cubes become one, cubes that differ in one literal are joined,
 /// cubes inside a neighbour with one dash more go. The cubes come back by falling number of dashes.
 ///
-/// The cubes use columns 0 to width - 1 and were narrowed from a list of `wideWidth` columns,
+/// The cubes use columns 0 to width - 1 and were made compact from a list of `wideWidth` columns,
 /// which is at least `width`. Only if the two are equal does a cube of dashes only remove all other
 /// cubes; otherwise it removes just the cubes with one literal.
-CubeList minimizeList(CubeList list, std::size_t width, std::size_t wideWidth);
+CubeList minimizeList(std::span<const Cube> list, std::size_t width, std::size_t wideWidth);
 
-/// Expands, merges and removes redundant cubes. An empty list stays empty.
-void simplifyList(CubeList& list, std::size_t width);
-
-/// Sharp product of two lists: takes the cubes of `taken`, one after the other, away from `list`.
-///
-/// After each of them what is left is merged, and at every fourth it is simplified. An empty
-/// `taken` changes nothing; a list that is covered by `taken` becomes empty.
-void sharpList(CubeList& list, std::span<const Cube> taken, std::size_t width);
-
-/// Replaces the list by its complement over `width` columns, the simplified sharp product of the
-/// universal cube and the list. A tautology becomes empty, and an empty list *stays empty*:
-/// callers test for that case first. The steps spend the effort: the pairs of cubes that they
-/// merge, and the looks at cubes that may be redundant. The answer is false, and the list
-/// unchanged, where the effort is not enough.
+/// Replaces the list by its complement over `width` columns; a tautology becomes empty, and an
+/// empty list *stays empty*: callers test for that case first. False, and the list unchanged, where
+/// the effort is not enough.
 bool complementList(CubeList& list, std::size_t width, Effort& effort);
-void complementList(CubeList& list, std::size_t width);
+
+/// The operations on lists of one width, on cubes of either form, with memory that is kept from one
+/// operation to the next. The steps spend the effort: the pairs of cubes that they merge, and the
+/// looks at cubes that may be redundant. The answer is false where it isn't enough.
+template <PackedCube C>
+class ListAlgebra {
+  using List = std::vector<C>;
+
+ public:
+  /// The effort is the caller's, and outlives the object.
+  ListAlgebra(std::size_t width, Effort& effort) : groups_(width), effort_(effort) {}
+
+  /// Expands, merges and removes redundant cubes: a local search for a cover with fewer and larger
+  /// cubes. An empty list stays empty. Where the effort ends, the list stands for the same function
+  /// and is less simple.
+  bool simplify(List& list);
+
+  /// The sharp product of two lists: takes the cubes of `taken`, one after the other, away from
+  /// `list`. An empty `taken` changes nothing; a list that is covered by `taken` becomes empty.
+  /// Where the effort ends, the list is somewhere in between.
+  bool sharp(List& list, std::span<const C> taken);
+
+  /// complementList on such a list.
+  bool complement(List& list);
+
+ private:
+  void sharpOne(List& list, const C& taken);
+  void merge(List& list);
+
+  CubeGroups<C> groups_;
+  Effort& effort_;
+  List pieces_;  // scratch: the pieces that a sharp product leaves of the cubes it cuts
+};
 
 }  // namespace ostrel

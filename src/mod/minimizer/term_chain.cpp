@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "minimizer/column_map.h"
 #include "minimizer/cover_bound.h"
 #include "minimizer/cube_list.h"
 #include "minimizer/sum_of_products.h"
@@ -10,25 +11,25 @@
 namespace ostrel {
 namespace {
 
-/// A chain narrowed to the columns that it uses.
-struct NarrowChain {
+/// A chain in the columns that it uses.
+struct CompactChain {
   ColumnMap map;
   CubeList cubes;
 };
 
-NarrowChain toImplicants(std::span<const Term> chain, const TermTable& terms) {
+CompactChain compactOf(std::span<const Term> chain, const TermTable& terms) {
   ColumnSet used;
   markUsedColumns(chain, terms, used);
-  NarrowChain narrow{ColumnMap(used, terms.width()), {}};
-  narrow.cubes.reserve(chain.size());
-  for (const Term term : chain) narrow.cubes.push_back(narrow.map.narrow(terms.cube(term)));
-  return narrow;
+  CompactChain compact{ColumnMap(used, terms.width()), {}};
+  compact.cubes.reserve(chain.size());
+  for (const Term term : chain) compact.cubes.push_back(compact.map.compact(terms.cube(term)));
+  return compact;
 }
 
-TermChain fromImplicants(const CubeList& cubes, const ColumnMap& map, TermTable& terms) {
+TermChain chainOf(std::span<const Cube> cubes, const ColumnMap& map, TermTable& terms) {
   TermChain chain;
   chain.reserve(cubes.size());
-  for (const Cube& cube : cubes) chain.push_back(terms.term(map.widen(cube)));
+  for (const Cube& cube : cubes) chain.push_back(terms.term(map.restore(cube)));
   return chain;
 }
 
@@ -57,38 +58,23 @@ bool sameTerms(std::span<const Term> a, std::span<const Term> b) {
 }
 
 TermChain minimizeChain(std::span<const Term> chain, TermTable& terms) {
-  NarrowChain narrow = toImplicants(chain, terms);
-  const std::size_t narrowWidth = narrow.map.narrowWidth();
-  const CubeList minimized = minimizeList(std::move(narrow.cubes), narrowWidth, terms.width());
+  CompactChain compact = compactOf(chain, terms);
+  const CubeList minimized = minimizeList(compact.cubes, compact.map.compactWidth(), terms.width());
   if (minimized.empty()) return {chain.begin(), chain.end()};
-  return fromImplicants(minimized, narrow.map, terms);
+  return chainOf(minimized, compact.map, terms);
 }
 
 std::optional<TermChain> complementChain(std::span<const Term> chain, TermTable& terms,
                                          Effort& effort) {
-  NarrowChain narrow = toImplicants(chain, terms);
-  if (!complementList(narrow.cubes, narrow.map.narrowWidth(), effort)) return std::nullopt;
-  return fromImplicants(narrow.cubes, narrow.map, terms);
+  CompactChain compact = compactOf(chain, terms);
+  if (!complementList(compact.cubes, compact.map.compactWidth(), effort)) return std::nullopt;
+  return chainOf(compact.cubes, compact.map, terms);
 }
 
 bool complementHasAtLeast(std::size_t count, std::span<const Term> chain, const TermTable& terms) {
-  const NarrowChain narrow = toImplicants(chain, terms);
-  return CoverBound(narrow.cubes, narrow.map.narrowWidth()).ofXor(Cube(), count) >= count;
-}
-
-ColumnMap::ColumnMap(const ColumnSet& used, std::size_t width) : toNarrow_(width, 0) {
-  used.forEach([this](std::size_t column) {
-    toNarrow_[column] = static_cast<std::uint32_t>(toWide_.size());
-    toWide_.push_back(static_cast<std::uint32_t>(column));
-  });
-}
-
-Cube ColumnMap::narrow(const Cube& wide) const {
-  return remapCube(wide, toNarrow_);
-}
-
-Cube ColumnMap::widen(const Cube& narrow) const {
-  return remapCube(narrow, toWide_);
+  const CompactChain compact = compactOf(chain, terms);
+  CoverBound bound(std::span<const Cube>(compact.cubes), compact.map.compactWidth());
+  return bound.ofXor({}, count) >= count;
 }
 
 }  // namespace ostrel

@@ -5,7 +5,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <optional>
 #include <span>
 #include <vector>
@@ -38,24 +37,5 @@ std::optional<TermChain> complementChain(std::span<const Term> chain, TermTable&
 
 /// True if complementChain is proven to give `count` terms or more; false says nothing.
 bool complementHasAtLeast(std::size_t count, std::span<const Term> chain, const TermTable& terms);
-
-/// From the columns of a design to those that one function uses, and back.
-class ColumnMap {
- public:
-  /// `used` are columns below `width`; their ranks in ascending order are the narrow columns.
-  ColumnMap(const ColumnSet& used, std::size_t width);
-
-  std::size_t narrowWidth() const { return toWide_.size(); }
-
-  /// A cube with the narrow columns only; it has no literal in any other column.
-  Cube narrow(const Cube& wide) const;
-
-  /// The cube in the columns of the design; those not used are dashes.
-  Cube widen(const Cube& narrow) const;
-
- private:
-  std::vector<std::uint32_t> toNarrow_;  // meaningful for a column in use only
-  std::vector<std::uint32_t> toWide_;
-};
 
 }  // namespace ostrel

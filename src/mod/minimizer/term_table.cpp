@@ -1,38 +1,18 @@
 #include "minimizer/term_table.h"
 
+#include <cassert>
 #include <utility>
 
-#include "minimizer/cube_index.h"
+#include "minimizer/cube_hash.h"
 
 namespace ostrel {
 
 Term TermTable::term(const Cube& cube) {
-  std::size_t slot = findSlot(cube);
-  if (slots_[slot] == 0) {
-    cubes_.push_back(cube);
-    if (2 * cubes_.size() > slots_.size()) {
-      enterAll(2 * slots_.size(), cubes_.size() - 1);
-      slot = findSlot(cube);
-    }
-    slots_[slot] = static_cast<std::uint32_t>(cubes_.size());
-  }
-  return Term{slots_[slot] - 1};
-}
-
-/// The slot that holds the cube, or the free one where it belongs.
-std::size_t TermTable::findSlot(const Cube& cube) const {
-  const std::size_t mask = slots_.size() - 1;
-  std::size_t slot = static_cast<std::size_t>(mixBits(literalHash(cube))) & mask;
-  while (slots_[slot] != 0 && !(cubes_[slots_[slot] - 1] == cube)) slot = (slot + 1) & mask;
-  return slot;
-}
-
-/// Makes the slots anew and enters the first `cubeCount` cubes, which are distinct.
-void TermTable::enterAll(std::size_t slots, std::size_t cubeCount) {
-  slots_.assign(slots, 0);
-  for (std::size_t i = 0; i < cubeCount; ++i) {
-    slots_[findSlot(cubes_[i])] = static_cast<std::uint32_t>(i + 1);
-  }
+  const std::uint64_t key = literalHash(cube);
+  const std::uint32_t known = index_.find(key, [&](auto number) { return cubes_[number] == cube; });
+  if (known != HashIndex::none) return Term{known};
+  cubes_.push_back(cube);
+  return Term{index_.add(key)};
 }
 
 std::vector<Term> TermTable::deleteColumns(const ColumnSet& columns) {
@@ -41,12 +21,13 @@ std::vector<Term> TermTable::deleteColumns(const ColumnSet& columns) {
   for (std::size_t c = 0; c < width_; ++c) newColumn[c] = columns.contains(c) ? next : next++;
 
   const std::vector<Cube> old = std::exchange(cubes_, {});
-  slots_.assign(16, 0);
+  index_.reset(old.size());
   std::vector<Term> renumbered;
   renumbered.reserve(old.size());
   for (const Cube& cube : old) {
     Cube narrower;
     cube.forEachLiteral([&](std::size_t column, char literal) {
+      assert(column < width_);
       if (!columns.contains(column)) narrower.set(newColumn[column], literal);
     });
     renumbered.push_back(term(narrower));
@@ -58,7 +39,8 @@ std::vector<Term> TermTable::deleteColumns(const ColumnSet& columns) {
 
 void TermTable::invertColumns(const ColumnSet& columns) {
   for (Cube& cube : cubes_) columns.forEach([&cube](std::size_t c) { cube.invert(c); });
-  enterAll(slots_.size(), cubes_.size());
+  index_.reset(cubes_.size());
+  for (const Cube& cube : cubes_) index_.add(literalHash(cube));
 }
 
 }  // namespace ostrel

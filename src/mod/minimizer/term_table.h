@@ -6,6 +6,7 @@
 // stores no dashes.
 #pragma once
 
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -13,6 +14,7 @@
 #include "minimizer/column_set.h"
 #include "minimizer/cube.h"
 #include "minimizer/effort.h"
+#include "minimizer/hash_index.h"
 
 namespace ostrel {
 
@@ -27,13 +29,16 @@ struct Term {
 class TermTable {
  public:
   /// An empty table for terms of `width` columns.
-  explicit TermTable(std::size_t width = 0) : width_(width), slots_(16, 0) {}
+  explicit TermTable(std::size_t width = 0) : width_(width) {}
 
   /// The term of a cube; equal cubes give equal terms.
   Term term(const Cube& cube);
 
   /// The cube of a term, valid until the next change of the table.
-  const Cube& cube(Term term) const { return cubes_[term.index]; }
+  const Cube& cube(Term term) const {
+    assert(term.index < cubes_.size());
+    return cubes_[term.index];
+  }
 
   /// Columns of every term.
   std::size_t width() const { return width_; }
@@ -62,14 +67,11 @@ class TermTable {
   void invertColumns(const ColumnSet& columns);
 
  private:
-  std::size_t findSlot(const Cube& cube) const;
-  void enterAll(std::size_t slots, std::size_t cubeCount);
-
   std::size_t width_;
   std::uint32_t revision_ = 0;
   Effort reserve_;
   std::vector<Cube> cubes_;
-  std::vector<std::uint32_t> slots_;  // open addressing, a power of two; index + 1, or 0 for free
+  HashIndex index_;  // the terms' numbers by the literals of their cubes
 };
 
 }  // namespace ostrel

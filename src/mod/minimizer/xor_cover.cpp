@@ -1,42 +1,37 @@
-// An exclusive-or sum in two stages: cubes that share no point have the same OR and exclusive OR,
-// so the cubes are made disjoint first; then the list is shortened by identities that hold for the
-// exclusive OR alone.
+// An exclusive-or sum in two stages.
 //
-// Example: "11-", "-11". Made disjoint, they are "110" and "-11", and a cross-link of these two
+// Idea. Cubes that share no point have the same OR and exclusive OR, so the cubes are made disjoint
+// first; then the list is shortened by identities that hold for the exclusive OR alone. What comes
+// out is an exclusive-or sum of products in the field's sense (ESOP), not a smallest one.
+//
+// Example. "11-", "-11". Made disjoint, they are "110" and "-11", and a cross-link of these two
 // gives "010", "-1-". Every point of the function lies in "-1-" alone, and the point "010", which
 // is none of them, lies in both.
+//
+// Cost. That of its stages (disjoint_cover.cpp, exorlink.cpp), which both end at 128 cubes.
+//
+// Order. Part of the output, do not tidy: the groups come upward, each in its own order, and the
+// sort that picks left operands (xor_order.h) does not keep the order of equals.
 #include "minimizer/xor_cover.h"
 
-#include <utility>
+#include <cassert>
 
-#include "minimizer/cube_table.h"
+#include "minimizer/list_checks.h"
+#include "minimizer/marked_lists.h"
 
 namespace ostrel {
 
-namespace {
-
 template <PackedCube C>
-std::optional<std::vector<C>> coverByXor(std::span<const C> cubes, std::size_t width) {
-  CubeTable<C> table(width + 1);
-  if (!buildDisjointCover(cubes, table) || !reduceXorCover(table)) return std::nullopt;
-  std::vector<C> result;
-  for (ImplicantList<C>& group : table) {
-    for (std::size_t i = group.size(); i-- > 0;) result.push_back(std::move(group[i].cube));
-  }
-  return result;
-}
-
-}  // namespace
-
-std::optional<CubeList> xorCover(std::span<const Cube> cubes, std::size_t width) {
+std::optional<std::vector<C>> xorCover(std::span<const C> cubes, std::size_t width) {
   if (cubes.size() < 2 || width < 2) return std::nullopt;
-  if (width > 64) return coverByXor(cubes, width);
-  const std::vector<NarrowCube> light = narrowed(cubes);
-  const auto sum = coverByXor<NarrowCube>(light, width);
-  if (!sum) return std::nullopt;
-  CubeList result;
-  widen(*sum, result);
-  return result;
+  MarkedGroups<C> groups(width + 1);
+  if (!buildDisjointCover(cubes, groups) || !reduceXorCover(groups)) return std::nullopt;
+  std::vector<C> sum = unmarked(groups);
+  assert(agree<C>(cubes, PointsOf::AnyCube, sum, PointsOf::OddCubes));
+  return sum;
 }
+
+template std::optional<std::vector<Cube>> xorCover(std::span<const Cube>, std::size_t);
+template std::optional<std::vector<Cube64>> xorCover(std::span<const Cube64>, std::size_t);
 
 }  // namespace ostrel

@@ -4,8 +4,9 @@
 #include <cstddef>
 #include <optional>
 #include <span>
+#include <vector>
 
-#include "minimizer/cube_list.h"
+#include "minimizer/cube.h"
 
 namespace ostrel {
 
@@ -14,6 +15,7 @@ namespace ostrel {
 /// `cubes` has width `width`. The result depends on the order of `cubes`, and can be longer than
 /// they are. There is none for fewer than two cubes or fewer than two columns, or if more than 128
 /// cubes stand in the disjoint cover, or in one group of equal dash count, when these are counted.
-std::optional<CubeList> xorCover(std::span<const Cube> cubes, std::size_t width);
+template <PackedCube C>
+std::optional<std::vector<C>> xorCover(std::span<const C> cubes, std::size_t width);
 
 }  // namespace ostrel

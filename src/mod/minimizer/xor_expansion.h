@@ -2,35 +2,54 @@
 #pragma once
 
 #include <cstddef>
-#include <functional>
-#include <optional>
-#include <span>
+#include <vector>
 
-#include "minimizer/cube_list.h"
+#include "minimizer/list_store.h"
+#include "minimizer/sum_of_products.h"
 
 namespace ostrel {
 
-/// The sum of products of the exclusive OR of the cubes, which have `width` columns.
-///
-/// Two equal cubes cancel. A universal cube inverts the rest; if nothing is left of the rest, the
-/// result is empty all the same, as `complementList` of nothing is. A list of universal cubes
-/// alone gives the universal cube if there is an odd number of them, else the empty list. The
-/// result can be exponentially long in bad cases; callers bound what they hand in.
-CubeList xorExpand(std::span<const Cube> cubes, std::size_t width);
+/// Takes cubes of one width into exclusive-or sums, which are values of their own, so that sums
+/// with the same first cubes can share the work for these.
+template <PackedCube C>
+class XorExpansion {
+  using List = std::vector<C>;
+  using Number = typename ListStore<C>::Number;
 
-/// What xorExpand gives for all cubes but the one at `place`.
-struct LeftOut {
-  std::size_t place;
-  CubeList sum;
+ public:
+  /// What was taken in so far: disjoint slots, whose OR is the exclusive OR of the cubes.
+  struct State {
+    std::vector<Number> slots;
+    bool isConstant = true;  // no cube with a literal was taken in
+    bool isInverted = false;
+  };
+
+  XorExpansion(std::size_t width, Effort& effort) : algebra_(width, effort) {}
+
+  /// The exclusive OR with one more cube. Two equal cubes cancel. The result can be exponentially
+  /// long in bad cases; callers bound what they hand in.
+  void take(State& state, const C& cube);
+
+  /// The sum of products of what was taken in. A universal cube inverts the rest; if nothing is
+  /// left of the rest, the result is empty all the same, as complementList of nothing is.
+  /// Universal cubes alone give the universal cube if their number is odd, else the empty list.
+  List sum(const State& state);
+
+ private:
+  struct Pair {
+    Number upper;
+    Number lower;
+  };
+  Pair separated(Number upper, Number lower);
+  Pair separate(Number upper, Number lower);
+  Number withoutCommon(Number number);
+
+  ListAlgebra<C> algebra_;
+  ListStore<C> lists_;
+  HashIndex pairs_;              // of lists that were separated
+  std::vector<Pair> separated_;  // what became of each
+  List common_;                  // scratch: the points of both lists of a pair
+  List rest_;                    // scratch: the list in hand
 };
-
-/// The shortest of the sums without one of the cubes at `places`, which ascend; of equally short
-/// ones the first, and none if there is no place. Cheaper than that many calls of xorExpand,
-/// because the sums share most of their work, and because a sum isn't worked out if it is known to
-/// be no shorter than the shortest so far: canBeat(place, length) tells whether it may have fewer
-/// cubes than `length`.
-std::optional<LeftOut> shortestLeftOut(
-    std::span<const Cube> cubes, std::span<const std::size_t> places, std::size_t width,
-    const std::function<bool(std::size_t place, std::size_t length)>& canBeat);
 
 }  // namespace ostrel

@@ -22,6 +22,16 @@ const std::string* valueWord(std::size_t& index, std::span<const std::string> wo
   return &words[++index];
 }
 
+bool matches(const OptionRow& row, std::string_view word) {
+  if (row.characters == wholeName) return equalNoCase(word.substr(0, word.find('=')), row.word);
+  return compareNoCaseN(word, row.word, row.characters) == 0;
+}
+
+MinimizeEffort readEffort(std::string_view word) {
+  if (equalNoCase(word, "fast")) return MinimizeEffort::Fast;
+  return equalNoCase(word, "deep") ? MinimizeEffort::Deep : MinimizeEffort::Normal;
+}
+
 /// The walk over the words from the first option on.
 class Walk {
  public:
@@ -39,9 +49,8 @@ class Walk {
 
  private:
   void applyOption(std::string_view word) {
-    const auto row = std::find_if(optionTable.begin(), optionTable.end(), [&](const OptionRow& r) {
-      return compareNoCaseN(word, r.word, r.characters) == 0;
-    });
+    const auto row = std::find_if(optionTable.begin(), optionTable.end(),
+                                  [&](const OptionRow& r) { return matches(r, word); });
     if (row != optionTable.end()) {
       std::visit([this](const auto& value) { take(value); }, row->value);
     }
@@ -60,6 +69,11 @@ class Walk {
     const int n = intOption(index_, words_, -1);
     options_.*option.field = n >= option.least ? n : option.first;
     if (option.field == &Options::splitMax) options_.shareMin = 2;
+  }
+  void take(OwnEffort option) {
+    const std::string_view word = words_[index_];
+    const std::size_t equals = std::min(word.find('='), word.size() - 1);
+    options_.*option.field = readEffort(word.substr(equals + 1));
   }
 
   std::span<const std::string> words_;

@@ -28,8 +28,7 @@ struct CommandLine {
 /// Reads the words, the program's name first, with the option files that they name. The parser is
 /// lenient: an unknown option, a stray word or a bad value earns no message, and the option then
 /// keeps its default. Of an option with one dash a few characters can be enough. One with two
-/// dashes is matched whole and has its value behind '='; only a value that it can't do without may
-/// also be the next word.
+/// dashes is matched whole.
 CommandLine parseCommandLine(std::vector<std::string> words);
 
 /// The name of the output for an input: its last character replaced by the next one, so that

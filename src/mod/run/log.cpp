@@ -34,8 +34,12 @@ class LogStream {
     return stream_ != nullptr;
   }
 
-  void close() {
+  void flush() {
     if (stream_ != nullptr) stream_->flush();
+  }
+
+  void close() {
+    flush();
     file_.reset();
     stream_ = nullptr;
   }
@@ -104,6 +108,11 @@ void openLog(const std::string& logName, const std::string& errName,
   } else {
     channels().err.open(errName, std::cerr, kept);
   }
+}
+
+void flushLog() {
+  channels().err.flush();
+  channels().log.flush();
 }
 
 void closeLog() {

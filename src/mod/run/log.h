@@ -41,6 +41,9 @@ bool logText(unsigned mask, std::string_view text);
 void openLog(const std::string& logName, const std::string& errName,
              std::span<const std::string> kept);
 
+/// Writes out what the channels still hold.
+void flushLog();
+
 /// Writes out what the channels still hold and closes their files.
 void closeLog();
 

@@ -33,16 +33,21 @@ struct Number {  // a first value, replaced by a number that is not below `least
   int least;
 };
 
+struct OwnEffort {  // the value stands behind '=' in the option's word; a bad one counts as none
+  MinimizeEffort Options::*field;
+};
+
 struct OptionRow {
   std::string_view word;
-  std::size_t characters;  // places that are compared; wholeWord for all
-  std::variant<NextPlainWord, SetChoice, YesNo, Flag, Number> value;
+  std::size_t characters;  // places that are compared, or one of the two below
+  std::variant<NextPlainWord, SetChoice, YesNo, Flag, Number, OwnEffort> value;
 };
 
 inline constexpr std::size_t wholeWord = std::string_view::npos;
+inline constexpr std::size_t wholeName = wholeWord - 1;  // all that stands before '='
 
 /// The first row that matches acts, so the order counts.
-inline constexpr std::array<OptionRow, 25> optionTable = {{
+inline constexpr std::array<OptionRow, 27> optionTable = {{
     {"-input", 4, NextPlainWord{&Options::input}},
     {"-output", 4, NextPlainWord{&Options::output}},
     {"-log", wholeWord, NextPlainWord{&Options::log}},
@@ -69,6 +74,8 @@ inline constexpr std::array<OptionRow, 25> optionTable = {{
     {"-invert", 4, YesNo{&Options::invert}},
     // Words with two dashes are matched whole.
     {"--lossless", wholeWord, Flag{&Options::lossless}},
+    {"--verify", wholeWord, Flag{&Options::verify}},
+    {"--minimize", wholeName, OwnEffort{&Options::minimize}},
 }};
 
 }  // namespace ostrel

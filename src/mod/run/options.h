@@ -14,6 +14,9 @@ enum class SetSelector : unsigned char {
   Smaller = Both,
 };
 
+/// How much work --minimize may do for a function.
+enum class MinimizeEffort : unsigned char { None, Fast, Normal, Deep };
+
 /// Written by parseCommandLine alone and only read from then on.
 struct Options {
   std::string input;
@@ -50,7 +53,9 @@ struct Options {
   bool internalFeedback = true;   ///< -ifb
   bool percent = false;           ///< -percent: inverted outputs carry '%' in place of '-'
   bool lossless = false;          ///< --lossless: no step gives a function up
-  bool gui = false;               ///< -GUI: a monitoring host runs this process
+  bool verify = false;            ///< --verify: no output that isn't proven
+  MinimizeEffort minimize = MinimizeEffort::None;  ///< --minimize: each function in few terms
+  bool gui = false;                                ///< -GUI: a monitoring host runs this process
 };
 
 /// The options of the present run.

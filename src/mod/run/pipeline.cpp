@@ -12,10 +12,11 @@ struct Step {
 
 // Every step is taken on every run; each pass looks at the options that concern it. The order is
 // part of the output.
-constexpr std::array<Step, 21> steps = {{
+constexpr std::array<Step, 23> steps = {{
     {"build", [](Run& run) { run.status = build(run.design); }},
     {"check logic", [](Run& run) { run.status = checkLogic(run.design); }},
     {"complete functions", [](Run& run) { completeFunctions(run.design); }},
+    {"minimize functions", [](Run& run) { minimizeFunctions(run.design); }},
     {"remove unused signals", [](Run& run) { removeUnusedSignals(run.design); }},
     {"order XOR pairs", [](Run& run) { orderXorPairs(run.design); }},
     {"synthesize XOR", [](Run& run) { synthesizeXor(run.design, XorTurn::First); }},
@@ -31,6 +32,7 @@ constexpr std::array<Step, 21> steps = {{
     {"remove dead nodes", [](Run& run) { removeDeadNodes(run.design, run.readers); }},
     {"split control equations", [](Run& run) { splitControlEquations(run.design); }},
     {"split equations", [](Run& run) { splitEquations(run.design); }},
+    {"minimize new logic", [](Run& run) { minimizeNewLogic(run.design); }},
     {"synthesize XOR of new logic", [](Run& run) { synthesizeXor(run.design, XorTurn::NewLogic); }},
     {"choose polarity again", [](Run& run) { choosePolarity(run.design); }},
     {"swap XOR pairs", [](Run& run) { swapXorPairs(run.design); }},

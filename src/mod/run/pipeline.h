@@ -20,8 +20,7 @@ struct Run {
 };
 
 /// Takes the steps that are still to be done, through the one named (the names stand in
-/// pipeline.cpp). Not Ok, and at an end, if a
-/// step found a fault, which has then been told.
+/// pipeline.cpp). Not Ok, and at an end, if a step found a fault, which has then been told.
 Status runPipeline(Run& run, std::string_view last = "write into a file");
 
 }  // namespace ostrel

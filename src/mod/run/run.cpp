@@ -23,6 +23,7 @@
 #include "run/percent_companion.h"
 #include "run/pipeline.h"
 #include "run/same_file.h"
+#include "run/verification.h"
 
 namespace ostrel {
 namespace {
@@ -53,7 +54,7 @@ struct Outcome {
 };
 
 /// Reads the input, runs the passes and writes the output, which is empty after a fault.
-Outcome optimize(OutputFile& output) {
+Outcome optimize(const std::vector<std::string>& words, OutputFile& output) {
   const Options& opts = options();
   std::ifstream input(opts.input);
   if (!input.is_open()) return {failToRead(opts.input), true};
@@ -68,18 +69,19 @@ Outcome optimize(OutputFile& output) {
   Run run(source);
   if (runPipeline(run) != Status::Ok) return {exitDesign, true};
   const auto content = [&run](std::ostream& stream) { writePla(run.target, stream, fileDate()); };
+  if (opts.verify && !isVerified(words, content)) return {exitDesign, true};
   if (!output.write(content)) return {failToWrite(opts.output), false};
   return {0, true};
 }
 
 /// Opens the output before anything is read.
-Outcome runOptimizer() {
+Outcome runOptimizer(const std::vector<std::string>& words) {
   const Options& opts = options();
   OutputFile output;
   if (isSameFile(opts.output, opts.input) || !output.open(opts.output)) {
     return {failToWrite(opts.output), false};
   }
-  return optimize(output);
+  return optimize(words, output);
 }
 
 void writePreamble(const std::vector<std::string>& words, std::time_t start) {
@@ -94,7 +96,7 @@ int runLogged(const std::vector<std::string>& words, std::time_t start,
   writePreamble(words, start);
   std::error_code ignored;
   if (!std::filesystem::exists(opts.input, ignored)) return failToRead(opts.input);
-  const auto [exitCode, hasOutput] = runOptimizer();
+  const auto [exitCode, hasOutput] = runOptimizer(words);
   const auto seconds = static_cast<long>(std::time(nullptr) - start + 1);
   message(toLog, {words.front(), " completed in ", std::to_string(seconds), " seconds\n"});
   if (opts.percent) {

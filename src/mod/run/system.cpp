@@ -1,12 +1,17 @@
 #include "run/system.h"
 
+#include <array>
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
 #include <filesystem>
+#include <ostream>
+#include <spawn.h>
+#include <streambuf>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <system_error>
 #include <unistd.h>
 #include <utility>
@@ -74,6 +79,56 @@ bool isReplaceable(const std::string& place, const struct stat& old) {
          isAllowed(place, W_OK);
 }
 
+/// A stream into a file descriptor.
+class DescriptorBuffer : public std::streambuf {
+ public:
+  explicit DescriptorBuffer(int file) : file_(file) { setp(buffer_.begin(), buffer_.end()); }
+
+ protected:
+  int overflow(int c) override {
+    if (sync() != 0) return traits_type::eof();
+    if (c != traits_type::eof()) sputc(static_cast<char>(c));
+    return 0;
+  }
+
+  int sync() override {
+    for (const char* next = pbase(); next != pptr();) {
+      const ssize_t n = ::write(file_, next, static_cast<std::size_t>(pptr() - next));
+      if (n < 0 && errno != EINTR) return -1;
+      if (n > 0) next += n;
+    }
+    setp(buffer_.begin(), buffer_.end());
+    return 0;
+  }
+
+ private:
+  int file_;
+  std::array<char, 1U << 16U> buffer_;
+};
+
+/// Starts a program whose standard input is an open file; its number, or -1.
+pid_t start(const std::vector<std::string>& command, int input) {
+  std::vector<char*> words;
+  for (const std::string& word : command) words.push_back(const_cast<char*>(word.c_str()));
+  words.push_back(nullptr);
+  posix_spawn_file_actions_t files;
+  posix_spawnattr_t attributes;
+  if (posix_spawn_file_actions_init(&files) != 0) return -1;
+  posix_spawn_file_actions_adddup2(&files, input, STDIN_FILENO);
+  posix_spawnattr_init(&attributes);
+  sigset_t defaults;
+  sigemptyset(&defaults);
+  sigaddset(&defaults, SIGPIPE);
+  sigaddset(&defaults, SIGXFSZ);
+  posix_spawnattr_setsigdefault(&attributes, &defaults);
+  posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGDEF);
+  pid_t child = -1;
+  if (posix_spawnp(&child, words[0], &files, &attributes, words.data(), environ) != 0) child = -1;
+  posix_spawnattr_destroy(&attributes);
+  posix_spawn_file_actions_destroy(&files);
+  return child;
+}
+
 }  // namespace
 
 void guardStreams() {
@@ -137,6 +192,33 @@ bool SideFile::moveToPlace() {
 void SideFile::drop() noexcept {
   if (!name_.empty()) unlink(name_.c_str());
   name_.clear();
+}
+
+bool isExecutable(const std::string& name) {
+  return isAllowed(name, X_OK);
+}
+
+std::optional<int> runWithInput(const std::vector<std::string>& command,
+                                const std::function<void(std::ostream&)>& content) {
+  std::array<int, 2> ends{};
+  if (pipe(ends.data()) != 0) return std::nullopt;
+  fcntl(ends[0], F_SETFD, FD_CLOEXEC);
+  fcntl(ends[1], F_SETFD, FD_CLOEXEC);
+  const pid_t child = start(command, ends[0]);
+  close(ends[0]);
+  if (child > 0) {
+    DescriptorBuffer buffer(ends[1]);
+    std::ostream stream(&buffer);
+    content(stream);
+    stream.flush();
+  }
+  close(ends[1]);
+  int status = 0;
+  while (child > 0 && waitpid(child, &status, 0) < 0) {
+    if (errno != EINTR) return std::nullopt;
+  }
+  if (child <= 0 || !WIFEXITED(status)) return std::nullopt;
+  return WEXITSTATUS(status);
 }
 
 }  // namespace ostrel

@@ -2,8 +2,11 @@
 #pragma once
 
 #include <csignal>
+#include <functional>
+#include <iosfwd>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace ostrel {
 
@@ -62,5 +65,14 @@ class SideFile {
   std::string place_;
   std::string name_;
 };
+
+/// Whether this process may start the program in a file.
+bool isExecutable(const std::string& name);
+
+/// Starts a program, which is looked for on the path if its name has no folder, with what `content`
+/// writes on its standard input, and waits for its end. `command` is the program and its arguments.
+/// The exit code; nothing if it can't be started or is ended by a signal.
+std::optional<int> runWithInput(const std::vector<std::string>& command,
+                                const std::function<void(std::ostream&)>& content);
 
 }  // namespace ostrel

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "minimizer/list_algebra.h"
+#include "minimizer/column_map.h"
 #include "minimizer/sum_of_products.h"
 
 namespace ostrel::convert {
@@ -93,9 +93,9 @@ std::optional<TwoRail> twoRail(const std::vector<Net>& inputs, const Sum& sum, E
     if (!off) return std::nullopt;
     rails.off = *std::move(off);
   } else {
-    ListAlgebra<Cube> algebra(inputs.size());
-    if (!algebra.sharp(rails.on, sum.second, effort)) return std::nullopt;
-    if (!algebra.sharp(rails.off, sum.on, effort)) return std::nullopt;
+    ListAlgebra<Cube> algebra(inputs.size(), effort);
+    if (!algebra.sharp(rails.on, sum.second)) return std::nullopt;
+    if (!algebra.sharp(rails.off, sum.on)) return std::nullopt;
   }
   if (sum.inverted) std::swap(rails.on, rails.off);
   return rails;
@@ -105,7 +105,7 @@ std::optional<TwoRail> twoRail(const std::vector<Net>& inputs, const Sum& sum, E
 
 std::optional<TwoRail> twoRail(const Function& function, Effort& effort) {
   TwoRail result{function.inputs, {}, everywhere(), true};
-  ListAlgebra<Cube> algebra(function.inputs.size());
+  ListAlgebra<Cube> algebra(function.inputs.size(), effort);
   for (const Sum& sum : function.operands) {
     std::optional<TwoRail> next = twoRail(function.inputs, sum, effort);
     if (!next) return std::nullopt;
@@ -121,7 +121,7 @@ std::optional<TwoRail> twoRail(const Function& function, Effort& effort) {
     addProducts(result.off, next->on, both.on);
     addProducts(result.on, next->on, both.off);
     addProducts(result.off, next->off, both.off);
-    if (!algebra.simplify(both.on, effort) || !algebra.simplify(both.off, effort)) {
+    if (!algebra.simplify(both.on) || !algebra.simplify(both.off)) {
       return std::nullopt;
     }
     result = std::move(both);
@@ -165,7 +165,7 @@ void dropUnreadInputs(Function& function) {
   function.inputs = std::move(inputs);
   for (Sum& sum : function.operands) {
     for (CubeList* list : {&sum.on, &sum.second}) {
-      for (Cube& cube : *list) cube = remapCube(cube, places);
+      for (Cube& cube : *list) cube = remapCube(cube, places.data());
     }
   }
 }

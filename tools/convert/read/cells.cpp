@@ -89,7 +89,8 @@ CubeList cubesOf(std::string_view table, char wanted, std::size_t width) {
     Cube& cube = cubes.emplace_back();
     for (std::size_t i = 0; i < width; ++i) cube.set(i, ((point >> i) & 1U) != 0 ? '1' : '0');
   }
-  simplifyList(cubes, width);
+  Effort unbounded;
+  ListAlgebra<Cube>(width, unbounded).simplify(cubes);
   return cubes;
 }
 

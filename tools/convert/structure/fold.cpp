@@ -21,7 +21,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "minimizer/list_algebra.h"
+#include "minimizer/column_map.h"
+#include "minimizer/sum_of_products.h"
 
 namespace ostrel::convert {
 
@@ -54,7 +55,7 @@ struct Parts {
 
 CubeList remapped(const CubeList& list, const std::vector<std::uint32_t>& map) {
   CubeList result;
-  for (const Cube& cube : list) result.push_back(remapCube(cube, map));
+  for (const Cube& cube : list) result.push_back(remapCube(cube, map.data()));
   return result;
 }
 
@@ -66,7 +67,7 @@ Parts split(const CubeList& list, std::size_t column, const std::vector<std::uin
     (sense == '0'   ? parts.with0
      : sense == '1' ? parts.with1
                     : parts.without)
-        .push_back(remapCube(cube, map));
+        .push_back(remapCube(cube, map.data()));
   }
   return parts;
 }
@@ -85,7 +86,7 @@ bool expand(CubeList& list, const CubeList& other, ListAlgebra<Cube>& algebra, E
       if (isWrong) cube.set(column, sense);
     }
   }
-  return algebra.simplify(list, effort);
+  return algebra.simplify(list);
 }
 
 // The lists after the substitution; none where they grow too large.
@@ -111,7 +112,7 @@ std::optional<TwoRail> substitute(const TwoRail& reader, Net net, const TwoRail&
   }
   const CubeList on = remapped(value.on, valueMap);
   const CubeList off = remapped(value.off, valueMap);
-  ListAlgebra<Cube> algebra(result.inputs.size());
+  ListAlgebra<Cube> algebra(result.inputs.size(), effort);
   for (const auto& [from, to] :
        {std::pair{&reader.on, &result.on}, std::pair{&reader.off, &result.off}}) {
     const Parts parts = split(*from, column, readerMap);
@@ -123,7 +124,7 @@ std::optional<TwoRail> substitute(const TwoRail& reader, Net net, const TwoRail&
     addProducts(parts.with0, off, *to);
     // Where the net is open the reader is fixed only if both of its values agree.
     if (!value.isComplete) addProducts(parts.with0, parts.with1, *to);
-    if (!algebra.simplify(*to, effort)) return std::nullopt;
+    if (!algebra.simplify(*to)) return std::nullopt;
   }
   if (!expand(result.on, result.off, algebra, effort)) return std::nullopt;
   if (!expand(result.off, result.on, algebra, effort)) return std::nullopt;

@@ -96,7 +96,7 @@ class Comparer {
   void compare(const Task& task) {
     const bool given = in(task).gives(task.slot);
     const bool kept = out(task).gives(task.outSlot);
-    if (given && saysNothing(task)) return;
+    if (given && saysNothing(task, kept)) return;
     if (given && kept) {
       compareBoth(task);
     } else if ((given || kept) && isAlwaysOn(task)) {
@@ -108,13 +108,17 @@ class Comparer {
     }
   }
 
+  static bool isOpen(const Meaning& m) { return m.on == falseLiteral && m.off == falseLiteral; }
+
   // A function without a point where its value is wanted; likewise an output enable that never
   // enables a pin without anything to put out.
-  bool saysNothing(const Task& task) {
+  bool saysNothing(const Task& task, bool kept) {
     const Meaning m = shared_->in.meaning(in(task), task.slot);
-    if (m.on == falseLiteral && m.off == falseLiteral) return true;
+    // Rows that contradict each other everywhere leave a control open, but not away.
+    if (isOpen(m)) return kept || task.slot == Slot::Logic || !c_.in.hasRows(in(task), task.slot);
     return task.slot == Slot::OutputEnable && m.off == trueLiteral &&
-           !in(task).gives(Slot::Logic) && !out(task).has(Slot::OutputEnable);
+           (!in(task).gives(Slot::Logic) || isOpen(shared_->in.meaning(in(task), Slot::Logic))) &&
+           !out(task).has(Slot::OutputEnable) && !out(task).gives(Slot::Logic);
   }
 
   // A pin without an output enable puts out its value always.

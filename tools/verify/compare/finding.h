@@ -12,7 +12,7 @@ namespace ostrel::verify {
 enum class Outcome { Proven, Different, Undecided };
 
 /// What differs.
-enum class Kind { Value, Missing, Type, Mark, Form };
+enum class Kind { Value, Missing, Type, Mark, Width, Form };
 
 struct Finding {
   Outcome outcome = Outcome::Proven;

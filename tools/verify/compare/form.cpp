@@ -37,7 +37,7 @@ class FormCheck {
     for (std::size_t o = 0; o < c_.out.signals.size(); ++o) {
       if (!c_.toIn[o]) checkNew(c_.out.signals[o]);
       checkColumns(c_.out.signals[o]);
-      checkLimit(c_.out.signals[o]);
+      checkLimit(o);
     }
     return std::move(found_);
   }
@@ -117,8 +117,9 @@ class FormCheck {
     }
   }
 
-  void checkLimit(const Signal& signal) {
+  void checkLimit(std::size_t o) {
     if (options_.splitMax < 2) return;
+    const Signal& signal = c_.out.signals[o];
     for (const Slot slot : signal.valueSlots()) {
       const std::size_t terms = c_.out.function(signal, slot).on.size();
       const std::size_t most =
@@ -126,6 +127,8 @@ class FormCheck {
       if (terms <= most) continue;
       report(signal.name,
              std::to_string(terms) + " terms, and the options allow " + std::to_string(most));
+      found_.back().kind = Kind::Width;
+      found_.back().signal = c_.toIn[o];
     }
   }
 

@@ -115,22 +115,59 @@ bool becameLiteral(const Correspondence& c, const Finding& f) {
           std::ranges::any_of(functionsOf(c.out, *c.partner(*f.signal), twin), isLiteral));
 }
 
-bool readsPinThatCanBeOff(const Correspondence& c, const Finding& f) {
-  const auto reads = [&](const Network& network, const Signal& signal, auto toIn) {
-    return std::ranges::any_of(columnsOf(network, signal, f.slot), [&](std::size_t column) {
-      const std::optional<std::size_t> i = toIn(network.columns[column].signal);
-      return i && c.twoValued[*i];
-    });
+// The Signals that a function reads, those behind new nodes of OUTPUT included.
+std::vector<std::size_t> sourcesInOutput(const Correspondence& c, const Finding& f) {
+  std::vector<std::size_t> sources;
+  std::vector<bool> isKnown(c.out.signals.size());
+  const auto add = [&](const Signal& signal, Slot slot) {
+    for (const std::size_t column : columnsOf(c.out, signal, slot)) {
+      const std::size_t s = c.out.columns[column].signal;
+      if (!isKnown[s]) sources.push_back(s);
+      isKnown[s] = true;
+    }
   };
-  return reads(c.in, before(c, f), [](std::size_t s) { return std::optional(s); }) ||
-         reads(c.out, *c.partner(*f.signal), [&](std::size_t s) { return c.toIn[s]; });
+  add(*c.partner(*f.signal), f.slot);
+  for (std::size_t k = 0; k < sources.size(); ++k) {
+    if (!c.toIn[sources[k]]) add(c.out.signals[sources[k]], Logic);
+  }
+  return sources;
+}
+
+bool readsPinThatCanBeOff(const Correspondence& c, const Finding& f) {
+  const auto isOff = [&](std::optional<std::size_t> s) { return s && c.twoValued[*s]; };
+  return std::ranges::any_of(
+             columnsOf(c.in, before(c, f), f.slot),
+             [&](std::size_t column) { return isOff(c.in.columns[column].signal); }) ||
+         std::ranges::any_of(sourcesInOutput(c, f),
+                             [&](std::size_t s) { return isOff(c.toIn[s]); });
+}
+
+// The sense of a register is found by its set and reset, so that its value may be what differs.
+bool hasSetOrReset(const Correspondence& c, const Finding& f) {
+  return before(c, f).has(Set) || before(c, f).has(Reset);
+}
+
+// A marked register of INPUT that OUTPUT doesn't write.
+bool readsLostMark(const Correspondence& c, const Finding& f) {
+  return std::ranges::any_of(columnsOf(c.in, before(c, f), f.slot), [&](std::size_t column) {
+    const std::size_t s = c.in.columns[column].signal;
+    const Signal& source = c.in.signals[s];
+    const Signal* after = c.partner(s);
+    return source.gives(Slot::Logic) && c.in.isInverted(source) &&
+           (after == nullptr || !after->gives(Slot::Logic));
+  });
 }
 
 // The first that fits counts.
-constexpr std::array<Loss, 13> table = {{
+constexpr std::array<Loss, 15> table = {{
     {"A register type that the columns don't give back",
      "the type came from a declaration or from the order of the columns, which are written anew",
      [](const Correspondence&, const Options&, const Finding& f) { return f.kind == Kind::Type; }},
+    {"A register that is wider again behind the cut",
+     "XOR synthesis brought it to its ON set, which is wider than the limit",
+     [](const Correspondence&, const Options& options, const Finding& f) {
+       return f.kind == Kind::Width && options.xorSynthesis;
+     }},
     {"Keeping the OFF set of a control function",
      "the options keep the OFF set of this function, and it has none",
      [](const Correspondence&, const Options& options, const Finding& f) {
@@ -168,8 +205,9 @@ constexpr std::array<Loss, 13> table = {{
      }},
     {"`-ff_inv yes` and changes of polarity outside the choice of sets",
      "the polarity changed where set and reset don't follow",
-     [](const Correspondence&, const Options& options, const Finding& f) {
-       return isSetOrReset(f) && options.ffBeforeInverter;
+     [](const Correspondence& c, const Options& options, const Finding& f) {
+       return options.ffBeforeInverter &&
+              (isSetOrReset(f) || (f.kind == Kind::Value && !isControl(f) && hasSetOrReset(c, f)));
      }},
     {"Folding by a reader with a mark",
      "it took over the XOR pair of a node, and the marks of both came with it",
@@ -177,6 +215,11 @@ constexpr std::array<Loss, 13> table = {{
        return f.kind == Kind::Mark || (f.kind == Kind::Value && !isControl(f) &&
                                        c.partner(*f.signal)->shape() == DataShape::Pair &&
                                        repeatedNode(c.in, before(c, f)) != nullptr);
+     }},
+    {"`-ff_inv yes` and a register that isn't written",
+     "it reads a register inverted, whose mark went with its column",
+     [](const Correspondence& c, const Options& options, const Finding& f) {
+       return f.kind == Kind::Value && options.ffBeforeInverter && readsLostMark(c, f);
      }},
     {"Reading a node in its OFF set", "only rows of 0 read a node, which went as unread",
      [](const Correspondence& c, const Options&, const Finding& f) {
@@ -216,7 +259,9 @@ void spread(const Network& network, std::vector<const Finding*>& lossBySignal) {
 // The loss of a Signal that the function reads, in INPUT or in OUTPUT.
 class LossesOfSources {
  public:
-  LossesOfSources(const Correspondence& c, const std::vector<Finding>& findings) : c_(c) {
+  LossesOfSources(const Correspondence& c, const Options& options,
+                  const std::vector<Finding>& findings)
+      : c_(c), ffBeforeInverter_(options.ffBeforeInverter) {
     inInput_.resize(c.in.signals.size());
     inOutput_.resize(c.out.signals.size());
     for (const Finding& f : findings) {
@@ -229,7 +274,9 @@ class LossesOfSources {
   }
 
   const Finding* of(const Finding& f) const {
-    if (isControl(f) && inInput_[*f.signal] != nullptr) return inInput_[*f.signal];
+    // The sense of a register is found by its set and reset.
+    const bool hangsOnOwn = isControl(f) || ffBeforeInverter_;
+    if (hangsOnOwn && inInput_[*f.signal] != nullptr) return inInput_[*f.signal];
     for (const std::size_t c : columnsOf(c_.in, before(c_, f), f.slot)) {
       if (const Finding* loss = inInput_[c_.in.columns[c].signal]) return loss;
     }
@@ -241,6 +288,7 @@ class LossesOfSources {
 
  private:
   const Correspondence& c_;
+  bool ffBeforeInverter_;
   std::vector<const Finding*> inInput_;
   std::vector<const Finding*> inOutput_;
 };
@@ -263,7 +311,7 @@ void nameLosses(const Correspondence& correspondence, const Options& options,
     if (loss != table.end()) f.loss = loss->id, f.lossSentence = loss->sentence;
   }
   if (std::ranges::none_of(findings, isNameless)) return;
-  const LossesOfSources sources(correspondence, findings);
+  const LossesOfSources sources(correspondence, options, findings);
   for (Finding& f : findings) {
     if (!isNameless(f)) continue;
     if (const Finding* loss = sources.of(f))

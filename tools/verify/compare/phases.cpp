@@ -28,6 +28,10 @@ bool canTurn(const Correspondence& c, std::size_t i) {
   return out != nullptr && in.isNode && in.gives(Slot::Logic) && out->shape() == DataShape::Logic;
 }
 
+bool isInitialization(const Task& task) {
+  return task.slot == Slot::Set || task.slot == Slot::Reset;
+}
+
 class Search {
  public:
   explicit Search(Miter& miter) : miter_(miter), c_(miter.correspondence()) {
@@ -73,10 +77,26 @@ class Search {
       const bool marked = exchangesSetReset(c_, i, false);
       const bool canExchange = marked != exchangesSetReset(c_, i, true);
       const Literal exchange = canExchange ? phases[i] ^ marked : falseLiteral;
-      result.push_back(graph.both(
-          atRest, graph.either(graph.both(exchange, crossed), graph.both(!exchange, straight))));
+      // Where a loop is never at rest, set and reset still have to be there.
+      const Literal lost = graph.either(graph.both(exchange, losesInitialization(i, true)),
+                                        graph.both(!exchange, losesInitialization(i, false)));
+      const Literal conflict =
+          graph.either(graph.both(exchange, crossed), graph.both(!exchange, straight));
+      result.push_back(graph.either(lost, graph.both(atRest, conflict)));
     }
     return result;
+  }
+
+  // A column of INPUT without rows says nothing that OUTPUT would have to keep; one of OUTPUT is a
+  // constant 0.
+  Literal losesInitialization(std::size_t i, bool exchanged) {
+    const bool isLost = std::ranges::any_of(tasksOf(c_, i, exchanged), [&](const Task& task) {
+      if (!isInitialization(task)) return false;
+      const Signal& out = *c_.partner(i);
+      return c_.in.hasRows(c_.in.signals[i], task.slot) ? !out.has(task.outSlot)
+                                                        : c_.out.hasRows(out, task.outSlot);
+    });
+    return isLost ? trueLiteral : falseLiteral;
   }
 
   Literal conflictOf(std::size_t i, bool exchanged, Views& views,
@@ -84,13 +104,12 @@ class Search {
     std::vector<Literal> conflicts;
     for (const Task& task : tasksOf(c_, i, exchanged)) {
       const Signal& in = c_.in.signals[i];
-      const bool isInitialization = task.slot == Slot::Set || task.slot == Slot::Reset;
       if (in.gives(task.slot) && c_.partner(i)->gives(task.outSlot)) {
         conflicts.push_back(miter_.conflict(task, views, phases));
-      } else if (in.gives(task.slot) && isInitialization) {
+      } else if (in.gives(task.slot) && isInitialization(task)) {
         const Meaning lost = views.in.meaning(in, task.slot);
         conflicts.push_back(miter_.graph().either(lost.on, lost.off));
-      } else if (c_.partner(i)->gives(task.outSlot) && isInitialization) {
+      } else if (c_.partner(i)->gives(task.outSlot) && isInitialization(task)) {
         conflicts.push_back(trueLiteral);
       }
     }

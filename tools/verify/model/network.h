@@ -97,6 +97,12 @@ struct Network {
     return functions[static_cast<std::size_t>(signal.slot(slot))];
   }
 
+  /// Whether rows say something of the function in a slot.
+  bool hasRows(const Signal& signal, Slot slot) const {
+    return signal.has(slot) &&
+           !(function(signal, slot).on.empty() && function(signal, slot).off.empty());
+  }
+
   /// Everything that the rows leave unsaid is OFF. A file that changes its type between rows can
   /// hold rows with 0 in a column of type f: such a column is read as in fr.
   bool isListedOn(const Function& f) const {

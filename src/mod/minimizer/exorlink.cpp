@@ -1,30 +1,40 @@
 // Identities that shorten an exclusive-or sum.
 //
-// Link: for two cubes with dashes at the same places that differ in k literals, k cubes with one
-// dash more have the same exclusive OR. The i-th of them has the literals of the first cube in
-// front of the i-th difference, a dash there, and the literals of the second cube behind it. For
-// "111" and "000" these are "-00", "1-0", "11-".
+// Idea. Link: for two cubes with dashes at the same places that differ in k literals, k cubes with
+// one dash more have the same exclusive OR. The i-th of them has the literals of the first cube in
+// front of the i-th difference, a dash there, and the literals of the second cube behind it. This
+// is the exorlink of Song and Perkowski ("EXORCISM-MV-2", 1993), for cubes with the same dashes.
 //
 // Cross-link: if b has one dash more than a and dashes wherever a has, let a' be a with that
 // literal inverted and t be a with a dash in its place. Then a XOR b = a' XOR (t XOR b), and t and
-// b can be linked. For "110" and "-11": a' = "010", and "-10", "-11" link to "-1-".
+// b can be linked.
 //
 // A pass links all pairs in one group after the other, a cross pass all pairs of neighbouring
-// groups; they alternate until the cross pass finds nothing. Each pair takes the first partner
-// behind it, whether that pays or not; for k above 2 the list grows. New cubes come to the front
-// of a group that the walk has yet to reach. In the end equal cubes cancel in pairs. It ends
-// because cubes move only to groups with more dashes, while a cross-link leaves a in its place.
+// groups; they alternate until the cross pass finds nothing. In the end equal cubes cancel in
+// pairs. It ends because cubes move only to groups with more dashes, while a cross-link leaves a
+// in its place.
+//
+// Example. The link of "111" and "000" is "-00", "1-0", "11-". For "110" and "-11", a cross-link:
+// a' = "010", and "-10", "-11" link to "-1-".
+//
+// Cost. A pass compares all pairs of a group, and a group is given up above 128 cubes. Most groups
+// come to rest soon: those without a change since a pass found nothing in them are passed over.
+//
+// Order. Part of the output, do not tidy: each pair takes the first partner behind it, whether that
+// pays or not (for k above 2 the list grows); new cubes come to the front of a group that the walk
+// has yet to reach; the first cube of a cross-link stays in hand with its literal inverted. Where a
+// group is counted decides whether there is a cover at all.
 #include <utility>
 
-#include "minimizer/cube_table.h"
+#include "minimizer/marked_lists.h"
 
 namespace ostrel {
 namespace {
 
-/// Puts the link of two cubes into the table; false, and nothing done, if there is none because
+/// Puts the link of two cubes into the groups; false, and nothing done, if there is none because
 /// their dashes differ or they are equal.
 template <PackedCube C>
-bool linkCubes(const C& a, const C& b, CubeTable<C>& table) {
+bool linkCubes(const C& a, const C& b, MarkedGroups<C>& groups) {
   if (!haveSameDashes(a, b) || a == b) return false;
   C mixed = b;  // the literals of a in front of the column in hand, those of b from there on
   for (std::size_t i = 0; i < b.blockCount(); ++i) {
@@ -33,7 +43,7 @@ bool linkCubes(const C& a, const C& b, CubeTable<C>& table) {
       const std::size_t column = i * 64 + static_cast<std::size_t>(std::countr_zero(rest));
       C link = mixed;
       link.set(column, '-');
-      pushCube(table, std::move(link));
+      pushCube(groups, std::move(link));
       mixed.invert(column);
     }
   }
@@ -42,7 +52,7 @@ bool linkCubes(const C& a, const C& b, CubeTable<C>& table) {
 
 /// Cross-links a with b, which has one dash more; true if the pair was rewritten.
 template <PackedCube C>
-bool crossLink(C& a, Implicant<C>& b, CubeTable<C>& table) {
+bool crossLink(C& a, MarkedCube<C>& b, MarkedGroups<C>& groups) {
   // With the dashes of a among those of b, b has exactly one more, in a column where a is literal.
   std::size_t column = 0;
   for (std::size_t i = 0; i < std::max(a.blockCount(), b.cube.blockCount()); ++i) {
@@ -54,7 +64,7 @@ bool crossLink(C& a, Implicant<C>& b, CubeTable<C>& table) {
   }
   C widened = a;
   widened.set(column, '-');
-  if (!linkCubes(widened, b.cube, table)) return false;
+  if (!linkCubes(widened, b.cube, groups)) return false;
   b.deleted = true;
   a.invert(column);
   return true;
@@ -62,13 +72,12 @@ bool crossLink(C& a, Implicant<C>& b, CubeTable<C>& table) {
 
 enum class CrossResult { Unchanged, Changed, OverLimit };
 
-/// The passes over a table. Most groups come to rest soon: those without a change since a pass
-/// found nothing in them are passed over.
+/// The passes over the groups.
 template <PackedCube C>
 class XorReduction {
  public:
-  explicit XorReduction(CubeTable<C>& table)
-      : table_(table), isPaired_(table.size(), false), isCrossed_(table.size(), false) {}
+  explicit XorReduction(MarkedGroups<C>& groups)
+      : groups_(groups), isPaired_(groups.size(), false), isCrossed_(groups.size(), false) {}
 
   bool run() {
     CrossResult crossed = CrossResult::Changed;
@@ -77,7 +86,7 @@ class XorReduction {
       crossed = crossPass();
     }
     if (crossed == CrossResult::OverLimit) return false;
-    for (ImplicantList<C>& group : table_) {
+    for (MarkedList<C>& group : groups_) {
       removePairs(group, [](const C& a, const C& b) { return a == b; });
     }
     return true;
@@ -86,11 +95,11 @@ class XorReduction {
  private:
   // The only place where a group is counted. Linked cubes stand in the next group in time for it.
   bool pairPass() {
-    for (std::size_t d = 0; d < table_.size(); ++d) {
-      if (table_[d].size() > groupLimit) return false;
+    for (std::size_t d = 0; d < groups_.size(); ++d) {
+      if (groups_[d].size() > xorGroupLimit) return false;
       if (isPaired_[d]) continue;
       const bool hasChanged = removePairs(
-          table_[d], [this](const C& a, const C& b) { return linkCubes(a, b, table_); });
+          groups_[d], [this](const C& a, const C& b) { return linkCubes(a, b, groups_); });
       if (hasChanged) markChanged(d, d + 1);
       isPaired_[d] = true;
     }
@@ -105,7 +114,7 @@ class XorReduction {
   // reported at once: the groups above it could grow by a factor of the width at each step.
   CrossResult crossPass() {
     CrossResult result = CrossResult::Unchanged;
-    for (std::size_t d = 1; d < table_.size(); ++d) {
+    for (std::size_t d = 1; d < groups_.size(); ++d) {
       if (!isCrossed_[d]) {
         isCrossed_[d] = !crossGroups(d);
         if (!isCrossed_[d]) {
@@ -113,7 +122,7 @@ class XorReduction {
           result = CrossResult::Changed;
         }
       }
-      if (table_[d].size() > groupLimit) return CrossResult::OverLimit;
+      if (groups_[d].size() > xorGroupLimit) return CrossResult::OverLimit;
     }
     return result;
   }
@@ -121,12 +130,12 @@ class XorReduction {
   // True if the cubes of a group had cross-links with those of the group below it.
   bool crossGroups(std::size_t d) {
     bool hasChanged = false;
-    ImplicantList<C>& lower = table_[d - 1];
-    ImplicantList<C>& upper = table_[d];
+    MarkedList<C>& lower = groups_[d - 1];
+    MarkedList<C>& upper = groups_[d];
     for (std::size_t i = lower.size(); i-- > 0;) {
       for (std::size_t j = upper.size(); j-- > 0;) {
         if (upper[j].deleted) continue;
-        hasChanged |= crossLink(lower[i].cube, upper[j], table_);
+        hasChanged |= crossLink(lower[i].cube, upper[j], groups_);
       }
     }
     purgeGroup(upper);
@@ -136,13 +145,13 @@ class XorReduction {
   // The groups from the first to the last have changed, and each of them concerns the cross-links
   // with the one below it and the one above it.
   void markChanged(std::size_t first, std::size_t last) {
-    for (std::size_t d = first; d <= last + 1 && d < table_.size(); ++d) {
+    for (std::size_t d = first; d <= last + 1 && d < groups_.size(); ++d) {
       if (d <= last) isPaired_[d] = false;
       isCrossed_[d] = false;
     }
   }
 
-  CubeTable<C>& table_;
+  MarkedGroups<C>& groups_;
   std::vector<bool> isPaired_;   // no two cubes of the group have a link
   std::vector<bool> isCrossed_;  // nor a cross-link with one of the group below
 };
@@ -150,11 +159,11 @@ class XorReduction {
 }  // namespace
 
 template <PackedCube C>
-bool reduceXorCover(CubeTable<C>& table) {
-  return XorReduction<C>(table).run();
+bool reduceXorCover(MarkedGroups<C>& groups) {
+  return XorReduction<C>(groups).run();
 }
 
-template bool reduceXorCover(CubeTable<Cube>&);
-template bool reduceXorCover(CubeTable<NarrowCube>&);
+template bool reduceXorCover(MarkedGroups<Cube>&);
+template bool reduceXorCover(MarkedGroups<Cube64>&);
 
 }  // namespace ostrel
