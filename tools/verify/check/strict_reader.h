@@ -15,6 +15,7 @@ namespace ostrel::verify {
 struct Complaint {
   std::size_t line;  ///< from 1 on
   std::string text;
+  bool isHarmless = false;  ///< the file says what it seems to say all the same
 };
 
 /// The complaints in the order of their lines; none for a file that says what it seems to say.
