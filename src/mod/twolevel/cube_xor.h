@@ -19,8 +19,9 @@ struct CubeXor {
 
 /// The pair with the fewest cubes that is found for the OR of `on`, if right has fewer than `limit`
 /// of them; turned ones only where they are of use. `off` has more cubes to try on the left: a
-/// cover of the complement, or nothing.
+/// cover of the complement, or nothing. Adds the steps that it took to `steps`.
 std::optional<CubeXor> findCubeXor(std::span<const Cube> on, std::span<const Cube> off,
-                                   std::size_t limit, bool mayTurn, Thoroughness thoroughness);
+                                   std::size_t limit, bool mayTurn, Thoroughness thoroughness,
+                                   std::size_t& steps);
 
 }  // namespace ostrel
