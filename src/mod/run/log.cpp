@@ -19,7 +19,7 @@ class LogStream {
     if (name.empty()) {
       stream_ = &fallback;
     } else if (std::none_of(kept.begin(), kept.end(), isName)) {
-      file_ = std::make_unique<std::ofstream>(name, std::ios::trunc);
+      file_ = std::make_unique<std::ofstream>(name, std::ios::binary | std::ios::trunc);
       if (file_->is_open()) stream_ = file_.get();
     }
   }

@@ -21,7 +21,7 @@ bool isOptionFile(const std::string& word) {
 /// Appends the text of a file; line ends become word ends where the text is split. False if there
 /// is no such file.
 bool appendFile(const std::string& name, std::string& buffer) {
-  std::ifstream file(name);
+  std::ifstream file(name, std::ios::binary);
   std::array<char, 4096> part{};
   while (file && buffer.size() < maxExpandedLength) {
     file.read(part.data(), part.size());

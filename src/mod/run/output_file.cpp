@@ -26,7 +26,7 @@ bool OutputFile::open(const std::string& name) {
 bool OutputFile::openInPlace(const std::string& name) {
   stream_.close();
   stream_.clear();
-  stream_.open(name, std::ios::trunc);
+  stream_.open(name, std::ios::binary | std::ios::trunc);
   return stream_.is_open();
 }
 
@@ -34,7 +34,7 @@ bool OutputFile::openInPlace(const std::string& name) {
 bool OutputFile::openBeside() {
   if (std::optional<std::string> place = replaceablePlace(name_)) {
     side_.emplace(*std::move(place));
-    if (!side_->name().empty()) stream_.open(side_->name(), std::ios::trunc);
+    if (!side_->name().empty()) stream_.open(side_->name(), std::ios::binary | std::ios::trunc);
     if (stream_.is_open()) return true;
     side_.reset();
   }

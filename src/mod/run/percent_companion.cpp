@@ -37,7 +37,7 @@ bool copyCompanion(const std::string& inputName, const std::string& outputName) 
     std::ifstream from;
     std::error_code ignored;
     // What went into a FIFO is with its reader, and to wait for more would be to wait for ever.
-    if (!std::filesystem::is_fifo(inputName, ignored)) from.open(inputName);
+    if (!std::filesystem::is_fifo(inputName, ignored)) from.open(inputName, std::ios::binary);
     copyWithoutPercent(from, stream);
     if (!from.is_open() || from.bad()) stream.setstate(std::ios::badbit);
   });

@@ -3,7 +3,8 @@
 #include "run/process_link.h"
 
 #include <cstdio>
-#include <unistd.h>
+
+#include "run/system.h"
 
 int WHProcRegister() {
   return 0;
@@ -14,7 +15,7 @@ int WHProcSetExitCode(int /*process*/, int /*exitCode*/) {
 }
 
 int WHOutputHeartMsg() {
-  static const bool watched = isatty(STDERR_FILENO) != 0;
+  static const bool watched = ostrel::isErrorWatched();
   static long ticks = 0;
   ++ticks;
   if (watched) std::fprintf(stderr, "\rworking: %ld\r\033[K", ticks);

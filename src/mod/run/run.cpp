@@ -56,7 +56,7 @@ struct Outcome {
 /// Reads the input, runs the passes and writes the output, which is empty after a fault.
 Outcome optimize(const std::vector<std::string>& words, OutputFile& output) {
   const Options& opts = options();
-  std::ifstream input(opts.input);
+  std::ifstream input(opts.input, std::ios::binary);
   if (!input.is_open()) return {failToRead(opts.input), true};
   PlaFile source;
   const Status status = readSource(input, source);

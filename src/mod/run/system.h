@@ -1,9 +1,10 @@
 // What only the operating system can do, in one place: everything else is portable C++.
+// system_posix.cpp does it on Linux, macOS and the like, system_windows.cpp on Windows.
 #pragma once
 
-#include <csignal>
 #include <functional>
 #include <iosfwd>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -17,6 +18,9 @@ void guardStreams();
 
 /// Writes a text to standard error without an allocation, past every buffer.
 void writeToStandardError(const char* text) noexcept;
+
+/// Whether somebody watches standard error on a terminal.
+bool isErrorWatched();
 
 /// Empties a plain file, or makes it where there is none; leaves a device or a FIFO as it is.
 /// Allocates nothing.
@@ -37,7 +41,8 @@ class SignalsWait {
   ~SignalsWait();
 
  private:
-  sigset_t before_{};
+  struct Before;
+  std::unique_ptr<Before> before_;
 };
 
 /// A new, empty file beside a place that replaceablePlace gave, with the owner and mode of the file
@@ -66,7 +71,8 @@ class SideFile {
   std::string name_;
 };
 
-/// Whether this process may start the program in a file.
+/// Whether this process may start the program in a file; a name without the ending that programs
+/// have on this system will do.
 bool isExecutable(const std::string& name);
 
 /// Starts a program, which is looked for on the path if its name has no folder, with what `content`

@@ -25,10 +25,8 @@ bool isForTheRun(std::string_view word) {
 
 /// A name without a folder is looked for on the path, as that of this program was.
 std::string besideThis(const std::string& thisProgram) {
-  const std::size_t slash = thisProgram.rfind('/');
-  const std::string folder =
-      slash == std::string::npos ? std::string() : thisProgram.substr(0, slash + 1);
-  const std::string beside = folder + std::string(program);
+  const std::filesystem::path folder = std::filesystem::path(thisProgram).parent_path();
+  const std::string beside = (folder / program).string();
   return !folder.empty() && isExecutable(beside) ? beside : std::string(program);
 }
 

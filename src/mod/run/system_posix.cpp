@@ -1,5 +1,3 @@
-#include "run/system.h"
-
 #include <array>
 #include <cerrno>
 #include <csignal>
@@ -15,6 +13,11 @@
 #include <system_error>
 #include <unistd.h>
 #include <utility>
+
+#include "run/system.h"
+
+// Not every system's header declares it.
+extern char** environ;  // NOLINT(readability-redundant-declaration)
 
 namespace fs = std::filesystem;
 
@@ -144,6 +147,10 @@ void writeToStandardError(const char* text) noexcept {
   if (write(STDERR_FILENO, text, std::strlen(text)) < 0) return;  // nobody is left to be told
 }
 
+bool isErrorWatched() {
+  return isatty(STDERR_FILENO) != 0;
+}
+
 void emptyFile(const char* name) noexcept {
   if (truncate(name, 0) == 0 || errno != ENOENT) return;
   const int file = open(name, O_WRONLY | O_CREAT, 0666);
@@ -160,14 +167,18 @@ std::optional<std::string> replaceablePlace(const std::string& name) {
   return place;
 }
 
-SignalsWait::SignalsWait() {
+struct SignalsWait::Before {
+  sigset_t mask;
+};
+
+SignalsWait::SignalsWait() : before_(std::make_unique<Before>()) {
   sigset_t all;
   sigfillset(&all);
-  sigprocmask(SIG_BLOCK, &all, &before_);
+  sigprocmask(SIG_BLOCK, &all, &before_->mask);
 }
 
 SignalsWait::~SignalsWait() {
-  sigprocmask(SIG_SETMASK, &before_, nullptr);
+  sigprocmask(SIG_SETMASK, &before_->mask, nullptr);
 }
 
 SideFile::SideFile(std::string place) : place_(std::move(place)) {
