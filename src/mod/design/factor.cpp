@@ -138,8 +138,31 @@ struct Copy {
 struct Outcome {
   std::size_t terms = 0;
   std::size_t nodes = 0;
+  std::size_t depth = 0;
   std::size_t cost(std::size_t price) const { return terms + price * nodes; }
 };
+
+/// The most nodes of the copy that stand one behind another.
+std::size_t depthOf(const Copy& copy) {
+  const Design& design = copy.copied;
+  std::vector<std::size_t> levels(design.columns().size(), 0);
+  bool changed = true;
+  while (changed) {
+    changed = false;
+    for (const Signal* signal : design.logic().subspan(copy.members.size())) {
+      ColumnSet columns;
+      for (const Term term : signal->slot(SlotLogic)->onSet()) {
+        design.terms().cube(term).addSupportTo(columns);
+      }
+      std::size_t below = 0;
+      columns.forEach([&](std::size_t column) { below = std::max(below, levels[column]); });
+      std::size_t& level = levels[signal->columns.front()];
+      changed |= level != below + 1;
+      level = below + 1;
+    }
+  }
+  return levels.empty() ? 0 : *std::max_element(levels.begin(), levels.end());
+}
 
 /// What the later steps make of the copy.
 Outcome outcomeOf(Copy& copy) {
@@ -154,16 +177,13 @@ Outcome outcomeOf(Copy& copy) {
       outcome.terms += static_cast<std::size_t>(equation->termCount(SetSelector::Smaller));
     }
   }
+  outcome.depth = depthOf(copy);
   return outcome;
 }
 
 std::string words(const Outcome& outcome) {
-  return std::to_string(outcome.terms) + " terms and " + std::to_string(outcome.nodes) + " nodes";
-}
-
-std::size_t depthOf(const Network& network) {
-  const std::vector<std::size_t> levels = levelsOf(network);
-  return levels.empty() ? 0 : *std::max_element(levels.begin(), levels.end());
+  return std::to_string(outcome.terms) + " terms and " + std::to_string(outcome.nodes) +
+         " nodes of depth " + std::to_string(outcome.depth);
 }
 
 }  // namespace
@@ -197,8 +217,9 @@ void factorLogic(Design& design) {
     factored = outcomeOf(second);
   }
   note({"splitting gives ", words(told), ", factoring ", words(factored)});
+  if (factored.depth > std::max(limits.depth, told.depth)) return;
   if (factored.cost(limits.price) >= told.cost(limits.price)) return;
-  note({"factored, ", std::to_string(depthOf(network)), " nodes one behind another"});
+  note({"factored"});
   carryIn(design, members, network);
 }
 

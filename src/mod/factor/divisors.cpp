@@ -248,15 +248,35 @@ class Extraction {
     return value;
   }
 
+  /// How many nodes would stand one behind another up to a node of the divisor. With a limit only
+  /// outputs read it, so that no node's level ever rises.
+  std::size_t levelOf(const Divisor& divisor) const {
+    std::size_t level = 0;
+    for (const Literals* cube : {&divisor.first, &divisor.second}) {
+      for (const Literal literal : *cube) {
+        if (literal / 2 >= network_.width) {
+          level = std::max(level, levels_[literal / 2 - network_.width]);
+        }
+      }
+    }
+    return level + 1;
+  }
+
   void take(std::size_t number) {
     const Divisor divisor = divisors_[number];
-    const std::vector<Use> uses = apart(uses_[number]);
+    const std::size_t level = levelOf(divisor);
+    std::vector<Use> uses = apart(uses_[number]);
+    if (limits_.depth != SIZE_MAX) {
+      std::erase_if(uses, [&](const Use& use) { return isNode(cubes_[use.a].function); });
+      if (level > limits_.depth) uses.clear();
+    }
     effort_.spend(uses_[number].size());
     const int value = valueOf(divisor, uses);
     if (value <= 0 || uses.empty()) {
       values_[number] = INT32_MIN / 2;  // not worth another look
       return;
     }
+    levels_.push_back(level);
     substitute(divisor, uses);
     values_[number] = std::min(values_[number], 0);
   }
@@ -295,6 +315,7 @@ class Extraction {
   std::vector<Divisor> divisors_;
   std::vector<int> values_;  // literals that each saves, by its uses
   std::vector<std::vector<Use>> uses_;
+  std::vector<std::size_t> levels_;  // of the nodes, where depth is limited
 };
 
 }  // namespace

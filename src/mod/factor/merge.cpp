@@ -120,7 +120,7 @@ class Merging {
     }
     effort_.spend(products.size() + 20);
     NetworkFunction result = reader;
-    setCovers(result, std::move(products), isOff, Thoroughness::Fast);
+    setCovers(result, std::move(products), isOff, Thoroughness::Trial);
     return result;
   }
 

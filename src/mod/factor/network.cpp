@@ -83,17 +83,6 @@ bool reads(const NetworkFunction& function, std::size_t column) {
   return anyReads(function.on, column) || anyReads(function.off, column);
 }
 
-std::vector<std::size_t> levelsOf(const Network& network) {
-  std::vector<std::size_t> levels(network.functions.size(), 0);
-  for (const std::size_t f : inwardOrder(network)) {
-    for (const std::size_t node : nodesOf(network, network.functions[f])) {
-      levels[f] = std::max(levels[f], levels[node]);
-    }
-    if (f >= network.outputs) ++levels[f];
-  }
-  return levels;
-}
-
 void packNodes(Network& network) {
   Network packed = {network.width, network.outputs, {}, network.nodeLimit};
   std::vector<std::size_t> newColumn(network.functions.size() - network.outputs);

@@ -52,10 +52,6 @@ std::size_t costOf(const Network& network, const FactorLimits& limits);
 /// True if one of the covers has a literal of the column.
 bool reads(const NetworkFunction& function, std::size_t column);
 
-/// For each function the most nodes that stand one behind another up to it, a node itself among
-/// them. The network has no circle.
-std::vector<std::size_t> levelsOf(const Network& network);
-
 /// The nodes that are left, renumbered so that each reads columns and older nodes only.
 void packNodes(Network& network);
 
