@@ -8,10 +8,10 @@
 
 #include "twolevel/cover_graph.h"
 #include "twolevel/covering.h"
+#include "twolevel/cube_xor.h"
 #include "twolevel/iteration.h"
 #include "twolevel/minimize.h"
 #include "twolevel/raise_rows.h"
-#include "twolevel/xor_pair.h"
 
 namespace ostrel {
 namespace {
@@ -243,8 +243,9 @@ TEST(TwoLevel, FindsPairsThatAreTheFunction) {
     const auto covers = minimize(drawn.function(false), WantedSets::Both, Thoroughness::Normal);
     const std::size_t limit = std::min(covers.on.cubes.size(), covers.off.cubes.size());
     const bool mayTurn = round % 2 == 0;
+    std::size_t steps = 0;
     const auto pair =
-        findXorPair(covers.on.cubes, covers.off.cubes, limit, mayTurn, Thoroughness::Fast);
+        findCubeXor(covers.on.cubes, covers.off.cubes, limit, mayTurn, Thoroughness::Fast, steps);
     if (!pair) continue;
     ++pairs;
     EXPECT_LT(pair->right.size(), limit);
@@ -272,7 +273,9 @@ TEST(TwoLevel, FindsTheCarryOfACounter) {
       bit.back().set(column, literal);
     }
   }
-  const auto pair = findXorPair(bit, {}, bit.size(), false, Thoroughness::Fast);
+  std::size_t steps = 0;
+  const auto pair = findCubeXor(bit, {}, bit.size(), false, Thoroughness::Fast, steps);
+  EXPECT_GT(steps, 0U);
   ASSERT_TRUE(pair);
   EXPECT_EQ(pair->right.size(), 2U);
 }

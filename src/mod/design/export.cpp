@@ -56,7 +56,23 @@ void exportDeclarations(const Design& design, PlaFile& file) {
   }
 }
 
+/// The literals of all terms that are written, each term counted once.
+std::size_t literalCount(std::span<const OutputColumn> outputs, const TermTable& terms) {
+  std::vector<bool> isCounted(terms.size());
+  std::size_t count = 0;
+  for (const OutputColumn& output : outputs) {
+    for (const auto* set : {&output.equation->onSet(), &output.equation->offSet()}) {
+      for (const Term term : *set) {
+        if (!isCounted[term.index]) count += terms.cube(term).literalCount();
+        isCounted[term.index] = true;
+      }
+    }
+  }
+  return count;
+}
+
 void exportRows(std::span<const OutputColumn> outputs, const TermTable& terms, PlaFile& file) {
+  file.madeInputs.reserve(literalCount(outputs, terms));
   RowMerger rows(file, terms);
   for (std::size_t k = 0; k < outputs.size(); ++k) {
     rows.writeToRows(outputs[k].equation->onSet(), k, '1');

@@ -33,13 +33,18 @@ WantedSets wantedSets(const Signal& signal, Slot slot) {
 void minimizeFunctions(Design& design) {
   if (options().minimize == MinimizeEffort::None) return;
   int open = 0;
+  Diligence diligence;
   for (Signal* signal : design.logic()) {
     for (const Slot slot : allSlots) {
       Equation* equation = signal->slot(slot);
       if (equation == nullptr) continue;
       heartMsg();
-      const CoverState state = equation->minimize(wantedSets(*signal, slot), thoroughness());
-      if (state == CoverState::Given || state == CoverState::Irredundant) ++open;
+      Minimized result;
+      if (diligence.isLeft()) {
+        result = equation->minimize(wantedSets(*signal, slot), diligence.level());
+      }
+      diligence.spend(result.steps);
+      if (result.state == CoverState::Given || result.state == CoverState::Irredundant) ++open;
     }
   }
   if (open > 0) note({std::to_string(open), " functions are beyond the effort of --minimize"});
@@ -48,12 +53,15 @@ void minimizeFunctions(Design& design) {
 
 void minimizeNewLogic(Design& design) {
   if (options().minimize == MinimizeEffort::None || options().splitMax < 2) return;
+  Diligence diligence;
   for (Signal* signal : design.logic()) {
     for (Equation* equation : signal->mainEquations()) {
+      if (!diligence.isLeft()) break;
       heartMsg();
       Equation shorter = *equation;
       const bool isHalf = signal->hasXorPair();
-      shorter.minimize(isHalf ? WantedSets::On : wantedSets(*signal, SlotLogic), thoroughness());
+      const WantedSets wanted = isHalf ? WantedSets::On : wantedSets(*signal, SlotLogic);
+      diligence.spend(shorter.minimize(wanted, diligence.level()).steps);
       if (isHalf) shorter.clearOffSet();
       const int terms = equation->termCount(SetSelector::Smaller);
       if (shorter.termCount(SetSelector::Smaller) < terms) *equation = std::move(shorter);

@@ -32,12 +32,14 @@ bool wouldWiden(const Signal& signal) {
 void synthesizeXor(Design& design, XorTurn turn) {
   const Options& opts = options();
   if (!opts.xorSynthesis || !opts.reduce) return;
+  Diligence diligence;
   for (Signal* signal : design.logic()) {
     if (signal->registerType == RegisterType::REG_T && opts.noXorOnT) continue;
     if (signal->hasXorPair() || (turn == XorTurn::NewLogic && signal->xorTried)) continue;
     signal->xorTried = true;
     if (turn == XorTurn::NewLogic && wouldWiden(*signal)) continue;
-    opts.minimize == MinimizeEffort::None ? synthesizeXor(*signal) : synthesizeXorWidely(*signal);
+    const bool isWide = opts.minimize != MinimizeEffort::None && diligence.isLeft();
+    isWide ? synthesizeXorWidely(*signal, diligence) : synthesizeXor(*signal);
   }
 }
 

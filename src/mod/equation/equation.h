@@ -32,6 +32,12 @@ struct ColumnSets {
 class ColumnMap;
 struct XorOperands;
 
+/// What is known after a two-level minimisation, and the steps that it took.
+struct Minimized {
+  CoverState state = CoverState::Given;
+  std::size_t steps = 0;
+};
+
 class Equation {
  public:
   /// An Equation without terms; the table of its terms outlives it.
@@ -129,15 +135,16 @@ class Equation {
 
   /// Puts covers of few terms in the place of both sets, those of a complement where one is
   /// missing; where both were given, points in neither are free. The sets keep what they have if
-  /// that is less, and a larger set may stay or go missing. Gives the work's own word for it.
-  /// (minimize.h of the two-level minimisation.)
-  CoverState minimize(WantedSets wanted, Thoroughness thoroughness);
+  /// that is less, and a larger set may stay or go missing. Says what is known of the smaller set
+  /// afterwards. (minimize.h of the two-level minimisation.)
+  Minimized minimize(WantedSets wanted, Thoroughness thoroughness);
 
   /// A pair with one term on the left and fewer than `termLimit` terms in all, or nothing; found by
   /// a wider search than that of decomposeXor. The right operand may be inverted if `mayTurn`. For
-  /// an Equation that isn't inverted and has an ON set.
+  /// an Equation that isn't inverted and has an ON set. Adds the steps that it took to `steps`.
   std::optional<std::pair<Equation, Equation>> findXorPair(int termLimit, bool mayTurn,
-                                                           Thoroughness thoroughness) const;
+                                                           Thoroughness thoroughness,
+                                                           std::size_t& steps) const;
 
   // ---- columns ----
 

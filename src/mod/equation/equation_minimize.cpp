@@ -14,7 +14,7 @@
 #include <utility>
 
 #include "equation/equation.h"
-#include "twolevel/xor_pair.h"
+#include "twolevel/cube_xor.h"
 
 namespace ostrel {
 namespace {
@@ -40,9 +40,9 @@ TermChain termsOf(const CubeList& cubes, TermTable& terms) {
 
 }  // namespace
 
-CoverState Equation::minimize(WantedSets wanted, Thoroughness thoroughness) {
-  if (isEmpty() || isConstant(Constant::Either)) return CoverState::Minimum;
-  if (onSet_.size() + offSet_.size() > maxRows) return CoverState::Given;  // before they are copied
+Minimized Equation::minimize(WantedSets wanted, Thoroughness thoroughness) {
+  if (isEmpty() || isConstant(Constant::Either)) return {CoverState::Minimum, 0};
+  if (onSet_.size() + offSet_.size() > maxRows) return {};  // before they are copied
   const bool isOffOnly = onSet_.empty();
   if (isOffOnly) swapSets();
   PartialFunction function = {cubesOf(onSet_, *terms_), cubesOf(freeTerms_, *terms_), {}};
@@ -54,15 +54,17 @@ CoverState Equation::minimize(WantedSets wanted, Thoroughness thoroughness) {
   if (isOffOnly) swapSets();
   freeTerms_.clear();
   support_ = {};
-  return onSet_.size() <= offSet_.size() || offSet_.empty() ? result.on.state : result.off.state;
+  const bool isOn = onSet_.size() <= offSet_.size() || offSet_.empty();
+  return {isOn ? result.on.state : result.off.state, result.steps};
 }
 
-std::optional<std::pair<Equation, Equation>> Equation::findXorPair(
-    int termLimit, bool mayTurn, Thoroughness thoroughness) const {
+std::optional<std::pair<Equation, Equation>> Equation::findXorPair(int termLimit, bool mayTurn,
+                                                                   Thoroughness thoroughness,
+                                                                   std::size_t& steps) const {
   if (termLimit < 3) return std::nullopt;
   const auto limit = static_cast<std::size_t>(termLimit) - 1;
-  const auto pair = ostrel::findXorPair(cubesOf(onSet_, *terms_), cubesOf(offSet_, *terms_), limit,
-                                        mayTurn, thoroughness);
+  const auto pair = ostrel::findCubeXor(cubesOf(onSet_, *terms_), cubesOf(offSet_, *terms_), limit,
+                                        mayTurn, thoroughness, steps);
   if (!pair) return std::nullopt;
   std::pair<Equation, Equation> operands = {Equation(*terms_), Equation(*terms_)};
   auto& [left, right] = operands;

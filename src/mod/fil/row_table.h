@@ -49,6 +49,9 @@ class SparseRows {
  public:
   std::size_t size() const { return rows_.size(); }
 
+  /// Makes room for characters still to be set. Without it the memory may be twice what is needed.
+  void reserve(std::size_t characters) { cells_.reserve(characters); }
+
   /// Appends a row of which nothing is set, and gives its number.
   std::size_t append();
 

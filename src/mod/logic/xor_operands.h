@@ -16,6 +16,7 @@
 #pragma once
 
 #include "logic/signal.h"
+#include "logic/thoroughness.h"
 
 namespace ostrel {
 
@@ -24,8 +25,9 @@ namespace ostrel {
 /// one that was there before included.
 bool synthesizeXor(Signal& signal);
 
-/// Likewise, and then a wider search for a pair of fewer terms still; for --minimize.
-bool synthesizeXorWidely(Signal& signal);
+/// Likewise, and then a wider search for a pair of fewer terms still, as far as the diligence goes;
+/// for --minimize.
+bool synthesizeXorWidely(Signal& signal, Diligence& diligence);
 
 /// Chooses the sets of an XOR pair and which operand stands on the left.
 void orderXorPair(Signal& signal);

@@ -29,21 +29,24 @@ bool mayTurn(const Signal& signal) {
 
 }  // namespace
 
-bool synthesizeXorWidely(Signal& signal) {
+bool synthesizeXorWidely(Signal& signal, Diligence& diligence) {
   const Equation* logic = signal.slot(SlotLogic);
   if (logic == nullptr || signal.polarity == Polarity::Inverted) return synthesizeXor(signal);
   if (logic->polarity == Polarity::Inverted && !mayTurn(signal)) return synthesizeXor(signal);
   const Equation function = *logic;
+  const Thoroughness level = diligence.level();
   int terms = function.termCount(SetSelector::Smaller);
   if (synthesizeXor(signal)) {
     Equation& right = *signal.slot(SlotXorRight);
-    right.minimize(WantedSets::On, thoroughness());
+    diligence.spend(right.minimize(WantedSets::On, level).steps);
     terms = signal.slot(SlotXorLeft)->onCount() + right.onCount();
   }
   heartMsg();
   const std::optional<Equation> plain = plainForm(function);
   if (!plain) return signal.hasXorPair();
-  auto pair = plain->findXorPair(terms, mayTurn(signal), thoroughness());
+  std::size_t steps = 0;
+  auto pair = plain->findXorPair(terms, mayTurn(signal), level, steps);
+  diligence.spend(steps);
   if (!pair) return signal.hasXorPair();
   pair->first.extension = pair->second.extension = function.extension;
   signal.setSlot(SlotXorLeft, std::move(pair->first));

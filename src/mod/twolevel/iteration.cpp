@@ -32,10 +32,12 @@ class Iteration {
   Iteration(const CoverTask& task, Diagram::Edge lower, const WorkLimits& limits)
       : diagram_(task.diagram), lower_(lower), upper_(task.upper), limits_(limits) {}
 
-  void run(CubeList& cover) {
+  /// Gives the steps of covering that it took.
+  std::size_t run(CubeList& cover) {
     CoveringWork covering = coveringWork(limits_);
     while (improve(cover, covering)) {
     }
+    return stepsOf(covering, limits_);
   }
 
  private:
@@ -85,11 +87,13 @@ class Iteration {
 
 MinimizedCover iterate(const CoverTask& task, const Essentials& parted, const WorkLimits& limits) {
   CubeList others = parted.others;
-  Iteration(task, parted.open, limits).run(others);
+  const std::size_t steps = Iteration(task, parted.open, limits).run(others);
   const std::size_t bound = parted.essential.size() + (others.empty() ? 0U : 1U);
   CubeList cubes = parted.essential;
   cubes.insert(cubes.end(), others.begin(), others.end());
-  return boundedCover(std::move(cubes), bound, CoverState::Improved);
+  MinimizedCover result = boundedCover(std::move(cubes), bound, CoverState::Improved);
+  result.steps = steps;
+  return result;
 }
 
 }  // namespace ostrel

@@ -38,7 +38,8 @@ class World {
  public:
   World(const PartialFunction& function, ColumnOrder order, std::size_t nodes)
       : names_(allCubes(function), order),
-        effort_(nodes * 40 + 2 * names_.width() * function.on.size()),
+        granted_(nodes * 40 + 2 * names_.width() * function.on.size()),
+        effort_(granted_),
         diagram_(names_.width(), nodes, effort_),
         covers_(nodes, effort_) {
     const Diagram::Edge on = diagram_.sum(names_.toLevels(function.on));
@@ -53,6 +54,7 @@ class World {
   }
 
   bool isDone() const { return !effort_.isSpent(); }
+  std::size_t steps() const { return stepsBefore_ + (granted_ - effort_.left()) * diagramStep; }
   bool hasFree() const { return on_.lower != on_.upper; }
   std::uint64_t count(bool isOn) const { return covers_.count(set(isOn).cover.cubes); }
 
@@ -85,26 +87,29 @@ class World {
   const Set& set(bool isOn) const { return isOn ? on_ : off_; }
 
   MinimizedCover improved(const CoverTask& task, std::size_t cutoff, const WorkLimits& limits) {
-    allowWork(limits);
+    allowWork(limits.tableSteps, limits);
     const Essentials parted = partEssentials(task);
     if (effort_.isSpent())
       return boundedCover(task.cover, task.cover.empty() ? 0U : 1U, CoverState::Irredundant);
     if (parted.essential.size() >= cutoff) {
       return boundedCover(task.cover, parted.essential.size(), CoverState::Irredundant);
     }
-    allowWork(limits);
+    allowWork(limits.tableSteps, limits);
     if (auto minimum = minimumCover(task, parted, cutoff, limits)) return *std::move(minimum);
-    allowWork(limits);
-    effort_ = Effort(limits.iterationSteps);
+    allowWork(limits.iterationSteps, limits);
     return iterate(task, parted, limits);
   }
 
-  void allowWork(const WorkLimits& limits) {
-    effort_ = Effort(limits.tableSteps);
+  void allowWork(std::size_t steps, const WorkLimits& limits) {
+    stepsBefore_ = this->steps();
+    granted_ = steps;
+    effort_ = Effort(steps);
     diagram_.allowMoreNodes(limits.workNodes);
   }
 
   Renamed names_;
+  std::size_t stepsBefore_ = 0;  // of the efforts before the present one
+  std::size_t granted_;          // to the present one
   Effort effort_;
   Diagram diagram_;
   CoverGraph covers_;
@@ -112,13 +117,16 @@ class World {
   Set off_ = {};
 };
 
-/// The function in the first order that needs few nodes; none where all need too many.
-std::unique_ptr<World> findWorld(const PartialFunction& function, const WorkLimits& limits) {
+/// The function in the first order that needs few nodes; none where all need too many. Adds the
+/// steps of the others.
+std::unique_ptr<World> findWorld(const PartialFunction& function, const WorkLimits& limits,
+                                 std::size_t& steps) {
   for (const std::size_t nodes : limits.diagramNodes) {
     for (const ColumnOrder order : columnOrders) {
       if (Renamed(allCubes(function), order).width() > maxDiagramColumns) return nullptr;
       auto world = std::make_unique<World>(function, order, nodes);
       if (world->isDone()) return world;
+      steps += world->steps();
     }
   }
   return nullptr;
@@ -140,12 +148,13 @@ MinimizedFunction minimize(const PartialFunction& function, WantedSets wanted,
   MinimizedFunction result;
   if (function.on.size() + (function.off ? function.off->size() : function.dontCare.size()) >
       maxRows) {
-    result.on = {function.on, CoverState::Given, 0};
+    result.on = {function.on, CoverState::Given, 0, 0};
     return result;
   }
-  const auto world = findWorld(function, limits);
+  const auto world = findWorld(function, limits, result.steps);
   if (world == nullptr) {
     result.on = raiseRows(function, limits);
+    result.steps += result.on.steps;
     return result;
   }
   // The set that promises less first: what it reaches is what the other one has to beat.
@@ -157,6 +166,7 @@ MinimizedFunction minimize(const PartialFunction& function, WantedSets wanted,
                           wanted == (isOn ? WantedSets::On : WantedSets::Off) ||
                           (wanted == WantedSets::Smaller && !isHopeless(*world, isOn));
     if (isWanted) cover = world->improved(isOn, cutoff, limits);
+    result.steps += cover.steps;
     const std::size_t limit =
         isOn ? std::max(limits.listedCubes, function.on.size()) : limits.listedCubes;
     if (cover.state == CoverState::Unknown) cover = world->irredundant(isOn, limit);
@@ -167,7 +177,9 @@ MinimizedFunction minimize(const PartialFunction& function, WantedSets wanted,
     const std::size_t bound = result.on.bound;
     result.on = raiseRows(function, limits);
     result.on.bound = bound;
+    result.steps += result.on.steps;
   }
+  result.steps += world->steps();
   return result;
 }
 

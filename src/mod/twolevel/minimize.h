@@ -16,6 +16,7 @@ enum class WantedSets { Both, On, Off, Smaller };
 struct MinimizedFunction {
   MinimizedCover on;
   MinimizedCover off;
+  std::size_t steps = 0;  // that it took, a measure of its time
 };
 
 /// Covers of the function and of its complement, either of which may use the free points. Columns

@@ -52,7 +52,7 @@ std::optional<MinimizedCover> minimumCover(const CoverTask& task, const Essentia
                                            std::size_t cutoff, const WorkLimits& limits) {
   const std::size_t known = parted.essential.size();
   if (parted.open == Diagram::zero) {
-    return MinimizedCover{parted.essential, CoverState::Minimum, known};
+    return MinimizedCover{parted.essential, CoverState::Minimum, known, 0};
   }
   const auto primes = primesMeeting(task.diagram, task.upper, parted.open, limits);
   if (!primes) return std::nullopt;
@@ -63,7 +63,10 @@ std::optional<MinimizedCover> minimumCover(const CoverTask& task, const Essentia
       solveCovering(*rows, primes->size(), cutoff - std::min(cutoff, known), work);
   CubeList cubes = parted.essential;
   for (const std::uint32_t number : covering.columns) cubes.push_back((*primes)[number]);
-  return boundedCover(std::move(cubes), known + covering.bound, CoverState::Improved);
+  MinimizedCover result =
+      boundedCover(std::move(cubes), known + covering.bound, CoverState::Improved);
+  result.steps = stepsOf(work, limits);
+  return result;
 }
 
 }  // namespace ostrel

@@ -24,6 +24,11 @@ inline CoveringWork coveringWork(const WorkLimits& limits) {
   return {Effort(limits.firstLookSteps), Effort(limits.searchSteps)};
 }
 
+/// How much of that is gone.
+inline std::size_t stepsOf(const CoveringWork& work, const WorkLimits& limits) {
+  return limits.firstLookSteps - work.firstLook.left() + limits.searchSteps - work.search.left();
+}
+
 /// Which cubes of a cover are essential, and what they leave of `lower`.
 struct Essentials {
   CubeList essential;

@@ -29,12 +29,13 @@ struct MinimizedCover {
   CubeList cubes;
   CoverState state = CoverState::Unknown;
   std::size_t bound = 0;  // no cover has fewer cubes; equal to their number for a Minimum
+  std::size_t steps = 0;  // of raising and covering that it took
 };
 
 /// Cubes with a bound: a Minimum where the two meet, else as the caller says.
 inline MinimizedCover boundedCover(CubeList cubes, std::size_t bound, CoverState otherwise) {
   const bool isMinimum = cubes.size() == bound;
-  return {std::move(cubes), isMinimum ? CoverState::Minimum : otherwise, bound};
+  return {std::move(cubes), isMinimum ? CoverState::Minimum : otherwise, bound, 0};
 }
 
 }  // namespace ostrel

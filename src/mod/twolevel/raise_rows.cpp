@@ -29,7 +29,7 @@ std::size_t widthOf(const CubeList& cubes) {
 class Raising {
  public:
   Raising(const PartialFunction& function, std::size_t steps)
-      : function_(function), effort_(steps) {
+      : function_(function), granted_(steps), effort_(steps) {
     CubeList all = function.on;
     if (!function.off) {
       all.insert(all.end(), function.dontCare.begin(), function.dontCare.end());
@@ -43,8 +43,12 @@ class Raising {
     return cubes;
   }
 
+  std::size_t steps() const { return stepsBefore_ + granted_ - effort_.left(); }
+
   /// Leaves out what the others cover together with the free points, with an effort of its own.
   void thin(CubeList& cubes, std::size_t steps) {
+    stepsBefore_ = this->steps();
+    granted_ = steps;
     effort_ = Effort(steps);
     CubeList all = cubes;
     if (!function_.off) {
@@ -53,7 +57,7 @@ class Raising {
     fill(all);
     std::size_t kept = 0;
     for (std::size_t i = 0; i < cubes.size(); ++i) {
-      if (!effort_.isSpent() && coverage_.isCovered(cubes[i], i, effort_)) {
+      if (isCovered(cubes[i], i)) {
         coverage_.remove(i);
       } else {
         if (kept != i) cubes[kept] = cubes[i];
@@ -66,6 +70,7 @@ class Raising {
  private:
   void fill(const CubeList& cubes) {
     coverage_.reset(widthOf(cubes));
+    rows_ = cubes.size();
     for (const Cube& cube : cubes) coverage_.add(cube);
   }
 
@@ -80,15 +85,23 @@ class Raising {
 
   /// Whether a cube that doesn't meet the row of this number lies in what is 1 or free.
   bool mayHold(const Cube& cube, std::size_t number) {
-    if (!function_.off) return coverage_.isCovered(cube, number, effort_);
+    if (!function_.off) return isCovered(cube, number);
     const CubeList& off = *function_.off;
     return effort_.spend(off.size()) && std::none_of(off.begin(), off.end(), [&](const Cube& row) {
              return cubesIntersect(row, cube);
            });
   }
 
+  /// The rows are all read before the first step of an answer.
+  bool isCovered(const Cube& cube, std::size_t number) {
+    return effort_.spend(rows_) && coverage_.isCovered(cube, number, effort_);
+  }
+
   const PartialFunction& function_;
+  std::size_t stepsBefore_ = 0;
+  std::size_t granted_;
   Effort effort_;
+  std::size_t rows_ = 0;
   Coverage<Cube> coverage_;
 };
 
@@ -96,8 +109,9 @@ class Raising {
 
 MinimizedCover raiseRows(const PartialFunction& function, const WorkLimits& limits) {
   Raising raising(function, limits.raisingSteps);
-  MinimizedCover result = {raising.run(), CoverState::Given, 0};
+  MinimizedCover result = {raising.run(), CoverState::Given, 0, 0};
   raising.thin(result.cubes, limits.raisingSteps);
+  result.steps = raising.steps();
   return result;
 }
 

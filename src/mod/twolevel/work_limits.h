@@ -23,7 +23,11 @@ struct WorkLimits {
   std::size_t iterationSteps;               // of the loop over covers
   std::size_t xorSteps;                     // to rank what may stand left of an exclusive OR
   std::size_t raisingSteps;                 // to raise and to thin out rows without a diagram
+  std::size_t passSteps;                    // of all functions of a pass
 };
+
+/// A step in a diagram takes as long as so many others.
+constexpr std::size_t diagramStep = 10;
 
 /// More rows than these stay as they are: each copy of a million takes tens of megabytes.
 constexpr std::size_t maxRows = 200'000;
@@ -55,7 +59,8 @@ constexpr WorkLimits fastLimits = {.diagramNodes = {4'000, 20'000, 0},
                                    .searchSteps = 100'000,
                                    .iterationSteps = 200'000,
                                    .xorSteps = 300'000,
-                                   .raisingSteps = 1'000'000};
+                                   .raisingSteps = 1'000'000,
+                                   .passSteps = 50'000'000};
 
 constexpr WorkLimits normalLimits = {.diagramNodes = {4'000, 30'000, 150'000},
                                      .workNodes = 200'000,
@@ -68,7 +73,8 @@ constexpr WorkLimits normalLimits = {.diagramNodes = {4'000, 30'000, 150'000},
                                      .searchSteps = 4'000'000,
                                      .iterationSteps = 1'200'000,
                                      .xorSteps = 500'000,
-                                     .raisingSteps = 10'000'000};
+                                     .raisingSteps = 10'000'000,
+                                     .passSteps = 400'000'000};
 
 constexpr WorkLimits deepLimits = {.diagramNodes = {4'000, 30'000, 300'000},
                                    .workNodes = 600'000,
@@ -78,10 +84,11 @@ constexpr WorkLimits deepLimits = {.diagramNodes = {4'000, 30'000, 300'000},
                                    .rows = 30'000,
                                    .tableSteps = 20'000'000,
                                    .firstLookSteps = 300'000'000,
-                                   .searchSteps = 200'000'000,
+                                   .searchSteps = 400'000'000,
                                    .iterationSteps = 40'000'000,
                                    .xorSteps = 10'000'000,
-                                   .raisingSteps = 100'000'000};
+                                   .raisingSteps = 100'000'000,
+                                   .passSteps = 3'000'000'000};
 
 constexpr const WorkLimits& workLimits(Thoroughness thoroughness) {
   if (thoroughness == Thoroughness::Trial) return trialLimits;

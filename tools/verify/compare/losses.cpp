@@ -115,15 +115,36 @@ bool becameLiteral(const Correspondence& c, const Finding& f) {
           std::ranges::any_of(functionsOf(c.out, *c.partner(*f.signal), twin), isLiteral));
 }
 
-bool readsPinThatCanBeOff(const Correspondence& c, const Finding& f) {
-  const auto reads = [&](const Network& network, const Signal& signal, auto toIn) {
-    return std::ranges::any_of(columnsOf(network, signal, f.slot), [&](std::size_t column) {
-      const std::optional<std::size_t> i = toIn(network.columns[column].signal);
-      return i && c.twoValued[*i];
-    });
+// The Signals that a function reads, those behind new nodes of OUTPUT included.
+std::vector<std::size_t> sourcesInOutput(const Correspondence& c, const Finding& f) {
+  std::vector<std::size_t> sources;
+  std::vector<bool> isKnown(c.out.signals.size());
+  const auto add = [&](const Signal& signal, Slot slot) {
+    for (const std::size_t column : columnsOf(c.out, signal, slot)) {
+      const std::size_t s = c.out.columns[column].signal;
+      if (!isKnown[s]) sources.push_back(s);
+      isKnown[s] = true;
+    }
   };
-  return reads(c.in, before(c, f), [](std::size_t s) { return std::optional(s); }) ||
-         reads(c.out, *c.partner(*f.signal), [&](std::size_t s) { return c.toIn[s]; });
+  add(*c.partner(*f.signal), f.slot);
+  for (std::size_t k = 0; k < sources.size(); ++k) {
+    if (!c.toIn[sources[k]]) add(c.out.signals[sources[k]], Logic);
+  }
+  return sources;
+}
+
+bool readsPinThatCanBeOff(const Correspondence& c, const Finding& f) {
+  const auto isOff = [&](std::optional<std::size_t> s) { return s && c.twoValued[*s]; };
+  return std::ranges::any_of(
+             columnsOf(c.in, before(c, f), f.slot),
+             [&](std::size_t column) { return isOff(c.in.columns[column].signal); }) ||
+         std::ranges::any_of(sourcesInOutput(c, f),
+                             [&](std::size_t s) { return isOff(c.toIn[s]); });
+}
+
+// The sense of a register is found by its set and reset, so that its value may be what differs.
+bool hasSetOrReset(const Correspondence& c, const Finding& f) {
+  return before(c, f).has(Set) || before(c, f).has(Reset);
 }
 
 // A marked register of INPUT that OUTPUT doesn't write.
@@ -184,8 +205,9 @@ constexpr std::array<Loss, 15> table = {{
      }},
     {"`-ff_inv yes` and changes of polarity outside the choice of sets",
      "the polarity changed where set and reset don't follow",
-     [](const Correspondence&, const Options& options, const Finding& f) {
-       return isSetOrReset(f) && options.ffBeforeInverter;
+     [](const Correspondence& c, const Options& options, const Finding& f) {
+       return options.ffBeforeInverter &&
+              (isSetOrReset(f) || (f.kind == Kind::Value && !isControl(f) && hasSetOrReset(c, f)));
      }},
     {"Folding by a reader with a mark",
      "it took over the XOR pair of a node, and the marks of both came with it",

@@ -87,11 +87,14 @@ class Search {
     return result;
   }
 
-  // A column without rows says nothing that OUTPUT would have to keep.
+  // A column of INPUT without rows says nothing that OUTPUT would have to keep; one of OUTPUT is a
+  // constant 0.
   Literal losesInitialization(std::size_t i, bool exchanged) {
     const bool isLost = std::ranges::any_of(tasksOf(c_, i, exchanged), [&](const Task& task) {
-      return isInitialization(task) && c_.in.hasRows(c_.in.signals[i], task.slot) !=
-                                           c_.out.hasRows(*c_.partner(i), task.outSlot);
+      if (!isInitialization(task)) return false;
+      const Signal& out = *c_.partner(i);
+      return c_.in.hasRows(c_.in.signals[i], task.slot) ? !out.has(task.outSlot)
+                                                        : c_.out.hasRows(out, task.outSlot);
     });
     return isLost ? trueLiteral : falseLiteral;
   }

@@ -32,8 +32,9 @@ Correspondence correspond(const Network& in, const Network& out, const AlwaysOn&
     if (o) c.toIn[*o] = i;
     const Signal* after = c.partner(i);
     c.registered.push_back(isRegistered(before.type) || (after && isRegistered(after->type)));
-    // An enable that INPUT leaves open may be always on in OUTPUT; whether it may is judged apart.
-    const bool onInOutput = after && after->has(Slot::OutputEnable) && !canBeOff(out, *after);
+    // An enable that INPUT leaves open may be always on in OUTPUT, or gone; whether it may is judged
+    // apart.
+    const bool onInOutput = after && after->gives(Slot::Logic) && !canBeOff(out, *after);
     c.twoValued.push_back(canBeOff(in, before) && !onInOutput);
   }
   return c;

@@ -11,7 +11,7 @@
 namespace ostrel {
 
 /// The function is left XOR right, or its complement is where the pair is turned.
-struct XorPair {
+struct CubeXor {
   Cube left;
   CubeList right;  // not empty
   bool isTurned;
@@ -19,8 +19,9 @@ struct XorPair {
 
 /// The pair with the fewest cubes that is found for the OR of `on`, if right has fewer than `limit`
 /// of them; turned ones only where they are of use. `off` has more cubes to try on the left: a
-/// cover of the complement, or nothing.
-std::optional<XorPair> findXorPair(std::span<const Cube> on, std::span<const Cube> off,
-                                   std::size_t limit, bool mayTurn, Thoroughness thoroughness);
+/// cover of the complement, or nothing. Adds the steps that it took to `steps`.
+std::optional<CubeXor> findCubeXor(std::span<const Cube> on, std::span<const Cube> off,
+                                   std::size_t limit, bool mayTurn, Thoroughness thoroughness,
+                                   std::size_t& steps);
 
 }  // namespace ostrel

@@ -11,7 +11,7 @@
 //
 // Order. Literals by column come first, then pairs, then cubes in their order. Ties go to the
 // candidate that was tried first.
-#include "twolevel/xor_pair.h"
+#include "twolevel/cube_xor.h"
 
 #include <algorithm>
 #include <utility>
@@ -72,6 +72,7 @@ class Ranking {
         function_(diagram_.sum(names_.toLevels(on))) {}
 
   bool isBuilt() const { return !effort_.isSpent(); }
+  std::size_t stepsLeft() const { return effort_.left(); }
 
   /// The best few, the best first, each with fewer than `limit` cubes on the right or not many
   /// more.
@@ -133,21 +134,25 @@ class Ranking {
 
 }  // namespace
 
-std::optional<XorPair> findXorPair(std::span<const Cube> on, std::span<const Cube> off,
-                                   std::size_t limit, bool mayTurn, Thoroughness thoroughness) {
+std::optional<CubeXor> findCubeXor(std::span<const Cube> on, std::span<const Cube> off,
+                                   std::size_t limit, bool mayTurn, Thoroughness thoroughness,
+                                   std::size_t& steps) {
   const WorkLimits& limits = workLimits(thoroughness);
   std::vector<Ranked> ranked;
   for (const ColumnOrder order : columnOrders) {
     if (Renamed(on, order).width() > maxDiagramColumns) return std::nullopt;
     Ranking ranking(on, order, limits);
-    if (!ranking.isBuilt()) continue;
-    ranked = ranking.best(on, off, limit, mayTurn);
-    break;
+    const bool isBuilt = ranking.isBuilt();
+    if (isBuilt) ranked = ranking.best(on, off, limit, mayTurn);
+    steps += (limits.xorSteps - ranking.stepsLeft()) * diagramStep;
+    if (isBuilt) break;
   }
-  std::optional<XorPair> best;
+  std::optional<CubeXor> best;
   for (Ranked& pair : ranked) {
-    CubeList right =
-        minimize({std::move(pair.right), {}, std::nullopt}, WantedSets::On, thoroughness).on.cubes;
+    MinimizedFunction rest =
+        minimize({std::move(pair.right), {}, std::nullopt}, WantedSets::On, thoroughness);
+    steps += rest.steps;
+    CubeList right = std::move(rest.on.cubes);
     if (right.empty() || right.size() >= limit) continue;
     limit = right.size();
     best = {std::move(pair.left), std::move(right), pair.isTurned};
