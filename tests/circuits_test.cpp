@@ -59,7 +59,8 @@ TEST_P(Circuit, KeepsItsFunctions) {
       {"-speed", "-split", "4"},
       {"-split", "2"},
       {"--minimize"},
-      {"--minimize=fast", "-xor", "-split", "16"}};
+      {"--minimize=fast", "-xor", "-split", "16"},
+      {"--factor", "--depth", "3", "-split", "8"}};
   for (const auto& options : optionSets) {
     ASSERT_EQ(run("in.tt2", "out.tt2", options), 0);
 #ifdef OSTREL_VERIFY

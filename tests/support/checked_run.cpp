@@ -34,7 +34,7 @@ Words wordsFrom(std::span<const std::uint8_t, optionBytes> bytes) {
   }
   line << "-split " << bytes[1] % 24 << " -share " << 1 + bytes[2] % 5 << " -clust "
        << 1 + bytes[2] / 5 % 20;
-  if (bytes[1] / 24 % 2 == 1) line << " --minimize";
+  if (bytes[1] / 24 % 2 == 1) line << (bytes[1] / 48 % 2 == 1 ? " --factor" : " --minimize");
   unsigned modes = bytes[3];
   for (const char* word : {" -ck ", " -ce ", " -ar ", " -ap ", " -oe "}) {
     line << word << sets[modes % 3];

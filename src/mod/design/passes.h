@@ -90,6 +90,10 @@ bool collapseFeedback(Design& design, const Readers& readers);
 /// Gives each left XOR operand and control Equation with too many terms a node of its own.
 void splitControlEquations(Design& design);
 
+/// With --factor gives nodes to what functions have in common, where that and the cutting of what
+/// is too wide cost less than splitting (factor.cpp).
+void factorLogic(Design& design);
+
 /// Brings the logic Equations down to the terms that the options allow.
 void splitEquations(Design& design);
 

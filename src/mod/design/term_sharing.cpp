@@ -12,7 +12,9 @@ namespace ostrel {
 
 TermSharing::TermSharing(Design& design, int candidateLimit)
     : design_(design), candidateLimit_(candidateLimit) {
-  for (Signal* signal : design.logic()) enterCandidates(*signal);
+  for (Signal* signal : design.logic()) {
+    if (!signal->factored) enterCandidates(*signal);
+  }
   for (std::size_t id = 0; id < candidates_.size(); ++id) {
     for (const Term term : candidates_[id].equation.onSet()) {
       scores_[id] += static_cast<std::int64_t>(holders_[term.index].size());

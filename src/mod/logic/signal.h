@@ -60,6 +60,7 @@ class Signal {
 
   bool reduced = true;    ///< false for logic that splitting built or changed
   bool xorTried = false;  ///< XOR synthesis has looked at it
+  bool factored = false;  ///< --factor has laid the logic out, so that it shares no terms
   void noteNewLogic() { reduced = xorTried = false; }
   bool initSwapped = false;     ///< set and reset have changed places, an odd number of times
   bool controlsFirst = false;   ///< the columns of the controls stand in front of the others

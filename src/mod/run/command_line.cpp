@@ -45,6 +45,8 @@ class Walk {
         options_.*std::exchange(pending_, nullptr) = words_[index_];
       }
     }
+    const bool isPlain = options_.minimize == MinimizeEffort::None;
+    if (options_.factorPrice != 0 && isPlain) options_.minimize = MinimizeEffort::Normal;
   }
 
  private:
@@ -74,6 +76,19 @@ class Walk {
     const std::string_view word = words_[index_];
     const std::size_t equals = std::min(word.find('='), word.size() - 1);
     options_.*option.field = readEffort(word.substr(equals + 1));
+  }
+  void take(OwnNumber option) {
+    const std::string_view word = words_[index_];
+    const std::size_t equals = word.find('=');
+    int n = 0;
+    if (equals != std::string_view::npos) {
+      const std::string own[] = {std::string(), std::string(word.substr(equals + 1))};
+      std::size_t front = 0;
+      n = intOption(front, own, 0);
+    } else if (option.readsNextWord) {
+      n = intOption(index_, words_, 0);
+    }
+    options_.*option.field = n >= 1 ? n : option.first;
   }
 
   std::span<const std::string> words_;

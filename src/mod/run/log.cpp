@@ -52,6 +52,7 @@ class LogStream {
 struct Channels {
   LogStream log;
   LogStream err;
+  int pauses = 0;
 };
 
 Channels& channels() {
@@ -95,9 +96,18 @@ void error(Parts parts) {
 
 bool logText(unsigned mask, std::string_view text) {
   Channels& to = channels();
+  if (to.pauses > 0) return true;
   const bool isError = (mask & ErrorChannel) != 0 && to.err.write(text);
   const bool isLogged = (mask & LogChannel) != 0 && to.log.write(text);
   return isError || isLogged;
+}
+
+LogPause::LogPause() {
+  ++channels().pauses;
+}
+
+LogPause::~LogPause() {
+  --channels().pauses;
 }
 
 void openLog(const std::string& logName, const std::string& errName,

@@ -41,6 +41,15 @@ bool logText(unsigned mask, std::string_view text);
 void openLog(const std::string& logName, const std::string& errName,
              std::span<const std::string> kept);
 
+/// As long as one is there, nothing is sent: for work on a copy, which is nobody's news.
+class LogPause {
+ public:
+  LogPause();
+  ~LogPause();
+  LogPause(const LogPause&) = delete;
+  LogPause& operator=(const LogPause&) = delete;
+};
+
 /// Writes out what the channels still hold.
 void flushLog();
 

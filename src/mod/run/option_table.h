@@ -37,17 +37,23 @@ struct OwnEffort {  // the value stands behind '=' in the option's word; a bad o
   MinimizeEffort Options::*field;
 };
 
+struct OwnNumber {  // the value, 1 or more, stands behind '=', or in the next word if that is read
+  int Options::*field;
+  int first;
+  bool readsNextWord;
+};
+
 struct OptionRow {
   std::string_view word;
   std::size_t characters;  // places that are compared, or one of the two below
-  std::variant<NextPlainWord, SetChoice, YesNo, Flag, Number, OwnEffort> value;
+  std::variant<NextPlainWord, SetChoice, YesNo, Flag, Number, OwnEffort, OwnNumber> value;
 };
 
 inline constexpr std::size_t wholeWord = std::string_view::npos;
 inline constexpr std::size_t wholeName = wholeWord - 1;  // all that stands before '='
 
 /// The first row that matches acts, so the order counts.
-inline constexpr std::array<OptionRow, 27> optionTable = {{
+inline constexpr std::array<OptionRow, 29> optionTable = {{
     {"-input", 4, NextPlainWord{&Options::input}},
     {"-output", 4, NextPlainWord{&Options::output}},
     {"-log", wholeWord, NextPlainWord{&Options::log}},
@@ -76,6 +82,8 @@ inline constexpr std::array<OptionRow, 27> optionTable = {{
     {"--lossless", wholeWord, Flag{&Options::lossless}},
     {"--verify", wholeWord, Flag{&Options::verify}},
     {"--minimize", wholeName, OwnEffort{&Options::minimize}},
+    {"--factor", wholeName, OwnNumber{&Options::factorPrice, -1, false}},
+    {"--depth", wholeName, OwnNumber{&Options::factorDepth, 0, true}},
 }};
 
 }  // namespace ostrel

@@ -55,7 +55,9 @@ struct Options {
   bool lossless = false;          ///< --lossless: no step gives a function up
   bool verify = false;            ///< --verify: no output that isn't proven
   MinimizeEffort minimize = MinimizeEffort::None;  ///< --minimize: each function in few terms
-  bool gui = false;                                ///< -GUI: a monitoring host runs this process
+  int factorPrice = 0;  ///< --factor: what a node costs, in terms; 0 without it, -1: clusterSize
+  int factorDepth = 0;  ///< --depth: most nodes one behind another; 0 for no limit
+  bool gui = false;     ///< -GUI: a monitoring host runs this process
 };
 
 /// The options of the present run.

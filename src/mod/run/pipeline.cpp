@@ -12,7 +12,7 @@ struct Step {
 
 // Every step is taken on every run; each pass looks at the options that concern it. The order is
 // part of the output.
-constexpr std::array<Step, 23> steps = {{
+constexpr std::array<Step, 24> steps = {{
     {"build", [](Run& run) { run.status = build(run.design); }},
     {"check logic", [](Run& run) { run.status = checkLogic(run.design); }},
     {"complete functions", [](Run& run) { completeFunctions(run.design); }},
@@ -31,6 +31,7 @@ constexpr std::array<Step, 23> steps = {{
      }},
     {"remove dead nodes", [](Run& run) { removeDeadNodes(run.design, run.readers); }},
     {"split control equations", [](Run& run) { splitControlEquations(run.design); }},
+    {"factor logic", [](Run& run) { factorLogic(run.design); }},
     {"split equations", [](Run& run) { splitEquations(run.design); }},
     {"minimize new logic", [](Run& run) { minimizeNewLogic(run.design); }},
     {"synthesize XOR of new logic", [](Run& run) { synthesizeXor(run.design, XorTurn::NewLogic); }},

@@ -7,8 +7,8 @@
 
 namespace ostrel {
 
-/// How much work may be done for one function.
-enum class Thoroughness { Fast, Normal, Deep };
+/// How much work may be done for one function. Trial is for those that do thousands of them.
+enum class Thoroughness { Trial, Fast, Normal, Deep };
 
 struct WorkLimits {
   std::array<std::size_t, 3> diagramNodes;  // of the first, second and third try of all orders
@@ -34,6 +34,20 @@ constexpr std::size_t maxRows = 200'000;
 
 /// More columns than these give no diagram, since its recursion is as deep.
 constexpr std::size_t maxDiagramColumns = 512;
+
+constexpr WorkLimits trialLimits = {.diagramNodes = {1'000, 0, 0},
+                                    .workNodes = 5'000,
+                                    .listedCubes = 150,
+                                    .primeNodes = 2'000,
+                                    .primes = 200,
+                                    .rows = 200,
+                                    .tableSteps = 20'000,
+                                    .firstLookSteps = 200'000,
+                                    .searchSteps = 10'000,
+                                    .iterationSteps = 20'000,
+                                    .xorSteps = 0,
+                                    .raisingSteps = 50'000,
+                                    .passSteps = 0};
 
 constexpr WorkLimits fastLimits = {.diagramNodes = {4'000, 20'000, 0},
                                    .workNodes = 20'000,
@@ -78,6 +92,7 @@ constexpr WorkLimits deepLimits = {.diagramNodes = {4'000, 30'000, 300'000},
                                    .passSteps = 3'000'000'000};
 
 constexpr const WorkLimits& workLimits(Thoroughness thoroughness) {
+  if (thoroughness == Thoroughness::Trial) return trialLimits;
   if (thoroughness == Thoroughness::Fast) return fastLimits;
   return thoroughness == Thoroughness::Normal ? normalLimits : deepLimits;
 }

@@ -1,0 +1,226 @@
+// Nodes that find the structure, in the place of sharing terms and cutting.
+//
+// Idea. The functions go as covers into a network (factor/factor.h) and come back with nodes.
+// Whether that is better than splitting is not guessed: both are carried out on copies that have
+// the logic alone, through the same steps, and what costs less in terms, and nodes at their price,
+// is done to the design.
+//
+// Example. abx + acx and bdy + cdy and !b!cz under a limit of 1: with com_0 = b + c all three are
+// single terms.
+//
+// Cost. That of the network, and of splitting and minimising twice more.
+//
+// Order. Functions in the order of logic(); nodes in an order in which each reads older ones only,
+// named like those of shared terms.
+#include "factor/factor.h"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+
+#include "design/passes.h"
+#include "logic/kept_sets.h"
+#include "run/heart.h"
+#include "run/log.h"
+#include "run/options.h"
+
+namespace ostrel {
+namespace {
+
+/// A function that takes part: the logic of a Signal, or the right half of its XOR pair.
+struct Member {
+  Signal* signal;
+  Slot slot;
+  const Equation& equation() const { return *signal->slot(slot); }
+};
+
+std::vector<Member> membersOf(const Design& design) {
+  std::vector<Member> members;
+  for (Signal* signal : design.logic()) {
+    const Slot slot = signal->hasXorPair() ? SlotXorRight : SlotLogic;
+    const Equation* equation = signal->slot(slot);
+    if (equation == nullptr || equation->onSet().empty() || equation->onHoldsUniversal()) continue;
+    members.push_back({signal, slot});
+  }
+  return members;
+}
+
+CubeList cubesOf(const TermChain& chain, const TermTable& terms) {
+  CubeList cubes;
+  for (const Term term : chain) cubes.push_back(terms.cube(term));
+  return cubes;
+}
+
+Network networkOf(const Design& design, std::span<const Member> members) {
+  const auto limit = static_cast<std::size_t>(options().splitMax);
+  Network network = {design.columns().size(), members.size(), {}, limit};
+  for (const Member& member : members) {
+    NetworkFunction& function = network.functions.emplace_back();
+    function.on = cubesOf(member.equation().onSet(), design.terms());
+    const bool isHalf = member.slot == SlotXorRight;
+    function.limit = isHalf ? limit - 1 : limit;
+    function.mayTurn = !isHalf && logicSelector(*member.signal) != SetSelector::On;
+  }
+  return network;
+}
+
+/// Gives the Signal the function, by the set that has fewer terms.
+void setFunction(Signal& signal, Slot slot, const NetworkFunction& function, TermTable& terms) {
+  const Equation& old = *signal.slot(slot);
+  Equation equation(terms);
+  equation.extension = old.extension;
+  equation.polarity = old.polarity;
+  equation.xorRole = old.xorRole;
+  equation.phase = old.phase;
+  for (const Cube& cube : function.on) equation.addOnTerm(terms.term(cube));
+  if (function.isTurned()) {
+    for (const Cube& cube : function.off) equation.addOffTerm(terms.term(cube));
+    equation.keepSets(SetSelector::Smaller);
+  }
+  signal.setSlot(slot, std::move(equation));
+  signal.factored = true;
+  signal.noteNewLogic();
+}
+
+/// Puts the functions of the network into the members, and its nodes at the end of the design.
+void carryIn(Design& design, std::span<const Member> members, const Network& network) {
+  for (std::size_t f = network.outputs; f < network.functions.size(); ++f) {
+    const NetworkFunction& function = network.functions[f];
+    const Term first = design.terms().term(Cube());
+    Signal& node = design.createNodeFrom({&first, 1}, "com");
+    setFunction(node, SlotLogic, function, design.terms());
+  }
+  for (std::size_t i = 0; i < members.size(); ++i) {
+    setFunction(*members[i].signal, members[i].slot, network.functions[i], design.terms());
+  }
+  computeSupports(design);
+}
+
+/// A design of the members' logic alone, over the same columns.
+struct Copy {
+  Copy(const Design& design, std::span<const Member> originals) : copied(nothing) {
+    PlaName record;
+    record.base = "x";
+    Signal& source = *copied.declare(record, false);
+    for (std::size_t c = 0; c < design.columns().size(); ++c) {
+      copied.addColumn(source, Extension::None);
+    }
+    for (const Member& member : originals) {
+      const Signal& original = *member.signal;
+      record.base = "f" + std::to_string(members.size());
+      record.registerType = original.registerType;
+      Signal& signal = *copied.declare(record, false);
+      signal.registerType = original.registerType;
+      if (isInitialized(original)) signal.makeEquation(SlotReset).makeConstant(true);
+      copy(design, original, member.slot, signal);
+      if (member.slot == SlotXorRight) copy(design, original, SlotXorLeft, signal);
+      members.push_back({&signal, member.slot});
+    }
+    copied.listLogic();
+    computeSupports(copied);
+  }
+
+  void copy(const Design& design, const Signal& original, Slot slot, Signal& signal) {
+    const Equation& equation = *original.slot(slot);
+    Equation& target = signal.makeEquation(slot);
+    target.extension = Extension::None;
+    target.xorRole = equation.xorRole;
+    for (const Cube& cube : cubesOf(equation.onSet(), design.terms())) {
+      target.addOnTerm(copied.terms().term(cube));
+    }
+  }
+
+  PlaFile nothing;
+  Design copied;
+  std::vector<Member> members;
+};
+
+struct Outcome {
+  std::size_t terms = 0;
+  std::size_t nodes = 0;
+  std::size_t depth = 0;
+  std::size_t cost(std::size_t price) const { return terms + price * nodes; }
+};
+
+/// The most nodes of the copy that stand one behind another.
+std::size_t depthOf(const Copy& copy) {
+  const Design& design = copy.copied;
+  std::vector<std::size_t> levels(design.columns().size(), 0);
+  bool changed = true;
+  while (changed) {
+    changed = false;
+    for (const Signal* signal : design.logic().subspan(copy.members.size())) {
+      ColumnSet columns;
+      for (const Term term : signal->slot(SlotLogic)->onSet()) {
+        design.terms().cube(term).addSupportTo(columns);
+      }
+      std::size_t below = 0;
+      columns.forEach([&](std::size_t column) { below = std::max(below, levels[column]); });
+      std::size_t& level = levels[signal->columns.front()];
+      changed |= level != below + 1;
+      level = below + 1;
+    }
+  }
+  return levels.empty() ? 0 : *std::max_element(levels.begin(), levels.end());
+}
+
+/// What the later steps make of the copy.
+Outcome outcomeOf(Copy& copy) {
+  Design& design = copy.copied;
+  splitEquations(design);
+  minimizeNewLogic(design);
+  choosePolarity(design);
+  Outcome outcome;
+  outcome.nodes = design.logic().size() - copy.members.size();
+  for (const Signal* signal : design.logic()) {
+    for (const Equation* equation : signal->mainEquations()) {
+      outcome.terms += static_cast<std::size_t>(equation->termCount(SetSelector::Smaller));
+    }
+  }
+  outcome.depth = depthOf(copy);
+  return outcome;
+}
+
+std::string words(const Outcome& outcome) {
+  return std::to_string(outcome.terms) + " terms and " + std::to_string(outcome.nodes) +
+         " nodes of depth " + std::to_string(outcome.depth);
+}
+
+}  // namespace
+
+void factorLogic(Design& design) {
+  const Options& opts = options();
+  if (opts.factorPrice == 0) return;
+  if (opts.splitMax < 2) {
+    note({"--factor needs -split and has no effect without it"});
+    return;
+  }
+  const std::vector<Member> members = membersOf(design);
+  Network network = networkOf(design, members);
+  FactorLimits limits;
+  limits.cluster = static_cast<std::size_t>(std::max(opts.clusterSize, 1));
+  limits.price = opts.factorPrice > 0 ? static_cast<std::size_t>(opts.factorPrice) : limits.cluster;
+  if (opts.factorDepth > 0) limits.depth = static_cast<std::size_t>(opts.factorDepth);
+  heartMsg();
+  if (!factor(network, limits)) {
+    note({"factoring is beyond the effort"});
+    return;
+  }
+  Outcome told;
+  Outcome factored;
+  {
+    const LogPause pause;
+    Copy first(design, members);
+    told = outcomeOf(first);
+    Copy second(design, members);
+    carryIn(second.copied, second.members, network);
+    factored = outcomeOf(second);
+  }
+  note({"splitting gives ", words(told), ", factoring ", words(factored)});
+  if (factored.depth > std::max(limits.depth, told.depth)) return;
+  if (factored.cost(limits.price) >= told.cost(limits.price)) return;
+  note({"factored"});
+  carryIn(design, members, network);
+}
+
+}  // namespace ostrel
