@@ -302,6 +302,7 @@ TEST(Convert, BadNetlistsAreFaultsWithTheirPath) {
   const std::string ports = "input a=2;output y=3";
   const std::vector<std::pair<std::string, std::string>> cases = {
       {"{\n\n oops", "in:3: this is no JSON\n"},
+      {"[1e999]", "in: a number is beyond every range\n"},
       {"[]", "in: modules is missing\n"},
       {R"({"modules":{}})", "in: modules: it needs one module, or one marked as top\n"},
       {R"({"modules":{"m":{"ports":[],"cells":{}}}})",

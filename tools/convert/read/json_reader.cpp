@@ -358,6 +358,8 @@ Netlist readJson(std::string_view text, const std::string& file, Report& report)
     const std::string_view before = text.substr(0, std::min(error.byte, text.size()));
     const auto line = 1 + std::ranges::count(before, '\n');
     report.faults.push_back(file + ":" + std::to_string(line) + ": this is no JSON");
+  } catch (const Json::out_of_range&) {
+    report.faults.push_back(file + ": a number is beyond every range");
   } catch (const JsonFault& fault) {
     report.faults.push_back(file + ": " + fault.text);
   }
