@@ -4,12 +4,16 @@
 
 namespace ostrel {
 
-SetSelector logicSelector(const Signal& signal) {
+std::string_view whyOnOnly(const Signal& signal) {
   const Options& opts = options();
-  const bool onOnly = !mayInvert(signal) || !opts.reduce ||
-                      (!opts.invert && !signal.isCombinatorial()) ||
-                      (opts.ffBeforeInverter && signal.registerType == RegisterType::REG_T);
-  return onOnly ? SetSelector::On : SetSelector::Both;
+  if (!mayInvert(signal)) return "-sr no";
+  if (!opts.reduce) return "-reduce none";
+  if (!opts.invert && !signal.isCombinatorial()) return "-invert no";
+  return opts.ffBeforeInverter && signal.registerType == RegisterType::REG_T ? "-ff_inv yes" : "";
+}
+
+SetSelector logicSelector(const Signal& signal) {
+  return whyOnOnly(signal).empty() ? SetSelector::Both : SetSelector::On;
 }
 
 SetSelector toldSet(const Signal& signal, Slot slot) {

@@ -2,9 +2,14 @@
 // that isn't there.
 #pragma once
 
+#include <string_view>
+
 #include "logic/signal.h"
 
 namespace ostrel {
+
+/// The option that rules inversion at the output out, empty if none does.
+std::string_view whyOnOnly(const Signal& signal);
 
 /// The sets that SlotLogic may choose from: only ON where inversion at the output is ruled out.
 SetSelector logicSelector(const Signal& signal);

@@ -62,6 +62,13 @@ class Walk {
     pending_ = option.field;
     if (option.field == &Options::percentFile) options_.percent = true;
   }
+  void take(NextWord option) {
+    if (index_ + 1 >= words_.size()) return;
+    const std::string& word = words_[index_ + 1];
+    if (isOptionWord(word) && word != "-") return;
+    options_.*option.field = word;
+    ++index_;
+  }
   void take(SetChoice option) {
     options_.*option.field = setChoiceOption(index_, words_, SetSelector::On);
   }

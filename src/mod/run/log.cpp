@@ -4,6 +4,7 @@
 #include <fstream>
 #include <iostream>
 #include <memory>
+#include <utility>
 
 #include "run/same_file.h"
 
@@ -67,11 +68,16 @@ void append(std::string& text, Parts parts) {
   for (const std::string_view part : parts) text += part.substr(0, part.find('\0'));
 }
 
-void sendLine(unsigned mask, std::string_view kind, Parts parts) {
-  std::string line;
-  append(line, {kind, toolTag, ": "});
-  append(line, parts);
-  logText(mask, line += '\n');
+Listener& listener() {
+  static Listener instance;
+  return instance;
+}
+
+void sendLine(unsigned mask, std::string_view mark, std::string_view kind, Parts parts) {
+  std::string text;
+  append(text, parts);
+  message(mask, {mark, toolTag, ": ", text, "\n"});
+  if (listener()) listener()(kind, text);
 }
 
 }  // namespace
@@ -83,15 +89,19 @@ void message(unsigned mask, Parts parts) {
 }
 
 void note(Parts parts) {
-  sendLine(toLog, "<Note> ", parts);
+  sendLine(toLog, "<Note> ", "note", parts);
 }
 
 void warning(Parts parts) {
-  sendLine(toLog, "<Warning> ", parts);
+  sendLine(toLog, "<Warning> ", "warning", parts);
 }
 
 void error(Parts parts) {
-  sendLine(toErrorAndLog, "<ERROR> ", parts);
+  sendLine(toErrorAndLog, "<ERROR> ", "error", parts);
+}
+
+void setListener(Listener values) {
+  listener() = std::move(values);
 }
 
 bool logText(unsigned mask, std::string_view text) {

@@ -1,6 +1,7 @@
 // The one way in which messages leave the passes.
 #pragma once
 
+#include <functional>
 #include <initializer_list>
 #include <span>
 #include <string>
@@ -30,6 +31,11 @@ void message(unsigned mask, std::initializer_list<std::string_view> parts);
 void note(std::initializer_list<std::string_view> parts);
 void warning(std::initializer_list<std::string_view> parts);
 void error(std::initializer_list<std::string_view> parts);
+
+/// Whoever wants to hear these messages too: `kind` is "note", "warning" or "error", `text` what
+/// stands behind the tag. Without a function nobody does.
+using Listener = std::function<void(std::string_view kind, std::string_view text)>;
+void setListener(Listener listener);
 
 /// Sends a text as it stands, without an allocation of its own. False if no channel has a stream:
 /// before openLog, after closeLog, or where no file could be opened.

@@ -24,6 +24,7 @@ struct Options {
   std::string percentFile;  ///< the companion without percent marks
   std::string log;          ///< empty: standard output
   std::string err;          ///< empty: standard error
+  std::string report;       ///< --report: what was done to each function; "-": a table
   std::string module;       ///< if not empty, replaces the MODULE property
 
   SetSelector type = SetSelector::On;  ///< accepted and read by nothing

@@ -13,7 +13,7 @@ struct Step {
 // Every step is taken on every run; each pass looks at the options that concern it. The order is
 // part of the output.
 constexpr std::array<Step, 24> steps = {{
-    {"build", [](Run& run) { run.status = build(run.design); }},
+    {firstStep, [](Run& run) { run.status = build(run.design); }},
     {"check logic", [](Run& run) { run.status = checkLogic(run.design); }},
     {"complete functions", [](Run& run) { completeFunctions(run.design); }},
     {"minimize functions", [](Run& run) { minimizeFunctions(run.design); }},
@@ -40,15 +40,16 @@ constexpr std::array<Step, 24> steps = {{
     {"assign feedback extensions", [](Run& run) { assignFeedbackExtensions(run.design); }},
     {"settle functions", [](Run& run) { run.status = settleFunctions(run.design); }},
     {"absorb inversions", [](Run& run) { absorbInversions(run.design); }},
-    {"write into a file", [](Run& run) { run.target = toFile(run.design); }},
+    {lastStep, [](Run& run) { run.target = toFile(run.design); }},
 }};
 
 }  // namespace
 
-Status runPipeline(Run& run, std::string_view last) {
+Status runPipeline(Run& run, std::string_view last, const StepWatch& watch) {
   while (run.status == Status::Ok && run.stepsDone < steps.size()) {
     const Step& step = steps[run.stepsDone++];
     step.take(run);
+    watch(step.name, run.design);
     if (step.name == last) break;
   }
   return run.status;

@@ -1,6 +1,7 @@
 // The order of the passes.
 #pragma once
 
+#include <functional>
 #include <string_view>
 
 #include "design/passes.h"
@@ -19,8 +20,16 @@ struct Run {
   std::size_t stepsDone = 0;
 };
 
+inline constexpr std::string_view firstStep = "build";
+inline constexpr std::string_view lastStep = "write into a file";
+
+/// Whoever looks on: called behind each step, the one that found a fault included.
+using StepWatch = std::function<void(std::string_view step, const Design& design)>;
+
 /// Takes the steps that are still to be done, through the one named (the names stand in
 /// pipeline.cpp). Not Ok, and at an end, if a step found a fault, which has then been told.
-Status runPipeline(Run& run, std::string_view last = "write into a file");
+Status runPipeline(
+    Run& run, std::string_view last = lastStep,
+    const StepWatch& watch = [](std::string_view, const Design&) {});
 
 }  // namespace ostrel

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <optional>
 #include <span>
 #include <system_error>
 #include <utility>
@@ -22,6 +23,7 @@
 #include "run/output_file.h"
 #include "run/percent_companion.h"
 #include "run/pipeline.h"
+#include "run/run_report.h"
 #include "run/same_file.h"
 #include "run/verification.h"
 
@@ -54,7 +56,8 @@ struct Outcome {
 };
 
 /// Reads the input, runs the passes and writes the output, which is empty after a fault.
-Outcome optimize(const std::vector<std::string>& words, OutputFile& output) {
+Outcome optimize(const std::vector<std::string>& words, const StepWatch& watch,
+                 OutputFile& output) {
   const Options& opts = options();
   std::ifstream input(opts.input, std::ios::binary);
   if (!input.is_open()) return {failToRead(opts.input), true};
@@ -67,21 +70,24 @@ Outcome optimize(const std::vector<std::string>& words, OutputFile& output) {
   }
   heartMsg();
   Run run(source);
-  if (runPipeline(run) != Status::Ok) return {exitDesign, true};
+  watch("read the input", run.design);
+  if (runPipeline(run, lastStep, watch) != Status::Ok) return {exitDesign, true};
   const auto content = [&run](std::ostream& stream) { writePla(run.target, stream, fileDate()); };
   if (opts.verify && !isVerified(words, content)) return {exitDesign, true};
+  watch("verify", run.design);
   if (!output.write(content)) return {failToWrite(opts.output), false};
+  watch("write the output", run.design);
   return {0, true};
 }
 
 /// Opens the output before anything is read.
-Outcome runOptimizer(const std::vector<std::string>& words) {
+Outcome runOptimizer(const std::vector<std::string>& words, const StepWatch& watch) {
   const Options& opts = options();
   OutputFile output;
   if (isSameFile(opts.output, opts.input) || !output.open(opts.output)) {
     return {failToWrite(opts.output), false};
   }
-  return optimize(words, output);
+  return optimize(words, watch, output);
 }
 
 void writePreamble(const std::vector<std::string>& words, std::time_t start) {
@@ -91,17 +97,32 @@ void writePreamble(const std::vector<std::string>& words, std::time_t start) {
 }
 
 int runLogged(const std::vector<std::string>& words, std::time_t start,
-              std::span<const std::string> sources) {
+              std::span<const std::string> sources, const StepWatch& watch) {
   const Options& opts = options();
   writePreamble(words, start);
   std::error_code ignored;
   if (!std::filesystem::exists(opts.input, ignored)) return failToRead(opts.input);
-  const auto [exitCode, hasOutput] = runOptimizer(words);
+  const auto [exitCode, hasOutput] = runOptimizer(words, watch);
   const auto seconds = static_cast<long>(std::time(nullptr) - start + 1);
   message(toLog, {words.front(), " completed in ", std::to_string(seconds), " seconds\n"});
   if (opts.percent) {
     writePercentCompanion(hasOutput ? opts.output : std::string(), opts.percentFile, sources);
   }
+  return exitCode;
+}
+
+/// A run on which a report looks.
+int runReported(const std::vector<std::string>& words, std::time_t start,
+                std::span<const std::string> sources) {
+  const Options& opts = options();
+  RunRecorder recorder;
+  const StepWatch watch = [&recorder](std::string_view step, const Design& design) {
+    recorder.step(step, design);
+  };
+  const int exitCode = runLogged(words, start, sources, watch);
+  std::vector<std::string> kept(sources.begin(), sources.end());
+  kept.insert(kept.end(), {opts.output, opts.percentFile, opts.log, opts.err});
+  recorder.write(words, exitCode, kept);
   return exitCode;
 }
 
@@ -125,13 +146,15 @@ int runProgram(const std::vector<std::string>& words) {
   std::vector<std::string> sources(line.optionFiles.begin(), line.optionFiles.end());
   sources.push_back(options().input);
   std::vector<std::string> kept = sources;
-  kept.insert(kept.end(), {options().output, options().percentFile});
+  kept.insert(kept.end(), {options().output, options().percentFile, options().report});
   openLog(options().log, options().err, kept);
   if (line.optionFileLevel >= maxOptionFileLevel) {
     warning({"only ", std::to_string(maxOptionFileLevel),
              " levels of nested command line @file were read"});
   }
-  const int result = runLogged(words, start, sources);
+  const int result = options().report.empty()
+                         ? runLogged(words, start, sources, [](std::string_view, const Design&) {})
+                         : runReported(words, start, sources);
   closeLog();
   return result;
 }
