@@ -34,6 +34,7 @@ std::string describe(const Options& seen) {
   text("err", seen.err);
   text("mod", seen.module);
   text("pf", seen.percentFile);
+  text("report", seen.report);
   number("type", seen.type, plain.type);
   number("ck", seen.ckMode, plain.ckMode);
   number("ce", seen.ceMode, plain.ceMode);
@@ -103,6 +104,10 @@ TEST(CommandLine, LeavesInTheOptions) {
       {"--minimize fast --minimiz=deep --minimize2", "minimize=2 "},
       {"--Minimize=FAST --lossless", "lossless=1 minimize=1 "},
       {"--minimize=deep -xor", "xor=1 minimize=3 "},
+      // the very next word, and a dash alone is one
+      {"--report - -input x", "in=x out=y report=- "},
+      {"--report -xor r --report", "xor=1 "},
+      {"--reports r --Report r", "report=r "},
       {"--minimize=deep --minimize=deeper", "minimize=2 "},
       {"--minimize= -xor", "xor=1 minimize=2 "},
   };

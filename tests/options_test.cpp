@@ -36,7 +36,7 @@ TEST(Options, StandInHelpManualAndReadme) {
   std::ostringstream help;
   printHelp(help, "ostrel");
   const std::set<std::string_view> notInHelp = {"-type",      "-GUI",     "--lossless", "--verify",
-                                                "--minimize", "--factor", "--depth"};
+                                                "--minimize", "--factor", "--depth",    "--report"};
   const std::string manual = readFile(OSTREL_ROOT "/man/ostrel.1");
   const std::string readme = readFile(OSTREL_ROOT "/README.md");
   for (const OptionRow& row : optionTable) {

@@ -33,34 +33,32 @@ std::string_view toldBy(const Signal& signal, Role role) {
   return toldSet(signal, slot) == SetSelector::Smaller ? "" : controlOption(role);
 }
 
-bool hasBothSets(const FunctionState& state) {
-  return state.on > 0 && state.off > 0;
+/// The terms that say when the Signal is 1, and those that say when it is 0.
+std::pair<int, int> onAndOff(const FunctionState& state) {
+  return state.isInverted ? std::pair(state.off, state.on) : std::pair(state.on, state.off);
 }
 
 /// What a step chose that found `before` and left `after`; nothing if it made no choice.
 std::optional<Choice> choiceOf(const FunctionState& before, const FunctionState& after,
                                std::string_view told) {
-  if (after.isPair || after.terms() == 0 || hasBothSets(after)) return std::nullopt;
-  const bool turned = before.isInverted != after.isInverted || (before.on > 0 && after.on == 0);
-  Choice choice{"smaller", "", before.on, before.off};
-  if (hasBothSets(before)) {
-    const int kept = turned ? before.off : before.on;
-    const int other = turned ? before.on : before.off;
-    if (kept == other) choice.why = "tie";
-    if (kept > other || !told.empty()) choice.why = "told";
-    choice.toldBy = choice.why == "told" ? told : "";
-    return choice;
+  const auto [on, off] = onAndOff(before);
+  const auto [onNow, offNow] = onAndOff(after);
+  if (after.isPair || before.isPair || (onNow > 0) == (offNow > 0)) return std::nullopt;
+  if (on > 0 && off > 0) {
+    const int kept = onNow > 0 ? on : off;
+    const int other = onNow > 0 ? off : on;
+    const bool isTold = kept > other || !told.empty();
+    return Choice{isTold ? "told" : kept == other ? "tie" : "smaller", isTold ? told : "", on, off};
   }
-  // The other set was worked out inside of the step, unless a lone OFF set was only turned around.
-  if (!turned || before.isPair || before.on == 0) return std::nullopt;
-  choice.off = after.terms();
-  return choice;
+  // One set came in place of the other, which the step worked out by itself.
+  if ((on > 0) == (onNow > 0) || on + off == 0) return std::nullopt;
+  return Choice{"smaller", "", on + onNow, off + offNow};
 }
 
 void note(FunctionHistory& function, std::string_view step, const FunctionState& state,
           std::string_view told) {
   if (function.state == state) return;
-  if (function.state && !state.isPair) {
+  if (function.state) {
     if (const auto choice = choiceOf(*function.state, state, told)) function.choice = *choice;
   }
   if (state.isPair) function.choice = {"xor", "", 0, 0};
@@ -100,7 +98,9 @@ FunctionState stateOf(const Signal& signal, Role role) {
   FunctionState state;
   for (const Equation* equation : equationsOf(signal, role)) {
     state.on += equation->onCount();
-    state.off += equation->offCount();
+    // The single OFF term of a constant 0 stands for no product.
+    const bool isZero = equation->onCount() == 0 && equation->isConstant(Constant::Either);
+    if (!isZero) state.off += equation->offCount();
     state.isInverted ^= equation->polarity == Polarity::Inverted;
   }
   state.isPair = role == Role::Main && signal.pairHasLogic();

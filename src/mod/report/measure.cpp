@@ -77,14 +77,14 @@ class Walk {
     for (const Equation* equation : equationsOf(signal, role)) {
       const PlaName name = outputName(signal, *equation);
       MeasuredColumn column{name.format(NameFormat::WithoutPin) + (name.percent ? "%" : ""), {}};
-      for (const TermChain* set : {&equation->onSet(), &equation->offSet()}) {
-        for (const Term term : *set) {
-          const Cube& cube = design_.terms().cube(term);
-          function.literals += cube.literalCount();
-          cube.addSupportTo(support);
-          column.rows.push_back(rowOf_[term.index]);
-        }
+      const bool hasOn = equation->onCount() > 0;
+      for (const Term term : hasOn ? equation->onSet() : equation->offSet()) {
+        const Cube& cube = design_.terms().cube(term);
+        function.literals += cube.literalCount();
+        cube.addSupportTo(support);
+        column.rows.push_back(rowOf_[term.index]);
       }
+      if (!hasOn && equation->isConstant(Constant::Either)) column.rows.clear();
       function.columns.push_back(std::move(column));
     }
     function.support = support.size();

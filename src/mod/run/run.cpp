@@ -121,7 +121,7 @@ int runReported(const std::vector<std::string>& words, std::time_t start,
   };
   const int exitCode = runLogged(words, start, sources, watch);
   std::vector<std::string> kept(sources.begin(), sources.end());
-  kept.insert(kept.end(), {opts.output, opts.percentFile, opts.log, opts.err});
+  kept.insert(kept.end(), {opts.output, opts.percentFile});
   recorder.write(words, exitCode, kept);
   return exitCode;
 }
