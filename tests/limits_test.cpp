@@ -5,16 +5,11 @@
 #include <sstream>
 
 #include "support/program.h"
+#include "support/sanitized.h"
 
 namespace fs = std::filesystem;
 
 namespace {
-
-#if defined(__SANITIZE_ADDRESS__)
-constexpr bool isSanitized = true;  // reserves far more address space than any limit here
-#else
-constexpr bool isSanitized = false;
-#endif
 
 class Limits : public testing::Test {
  protected:
@@ -98,7 +93,9 @@ TEST_F(Limits, ComplementsEnd) {
     const std::string digits = {"01-"[t / 9], "01-"[t / 3 % 3], "01-"[t % 3]};
     stale += "1" + digits + std::string(wide, '-') + " 1\n";
     const std::string rest = std::string(8 * (terms - 1), '-');
-    if (t < terms) stale += "0---" + std::string(rest).insert(8 * t, "11111111") + " 0\n";
+    if (t < terms)
+      stale +=
+          "0---" + std::string(rest).insert(static_cast<std::size_t>(8 * t), "11111111") + " 0\n";
   }
   EXPECT_EQ(runFor(2, stale, "-split").exitCode, 0);
   EXPECT_TRUE(output().ends_with(".end\n"));
@@ -117,7 +114,9 @@ TEST_F(Limits, ComplementsEnd) {
   lone += '\n';
   for (int t = 0; t < 100; ++t) {
     std::string row(70, '-');
-    for (const int k : {7 * t + 3, 11 * t + 5, 13 * t}) row[k % 70] = t * k % 3 == 0 ? '0' : '1';
+    for (const int k : {7 * t + 3, 11 * t + 5, 13 * t}) {
+      row[static_cast<std::size_t>(k % 70)] = t * k % 3 == 0 ? '0' : '1';
+    }
     lone += row + " " + offHalves + "\n";
   }
   EXPECT_EQ(runFor(8, lone + "1" + std::string(69, '-') + " " + onHalves + "\n").exitCode, 0);

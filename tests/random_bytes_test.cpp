@@ -31,7 +31,7 @@ TEST(RandomBytes, KeepTheFunctionsOfLists) {
 }
 
 TEST(RandomBytes, KeepTheFunctionsOfDesigns) {
-  feed(design_fuzz, 27, 500);
+  feed(design_fuzz, 27, 200);
 }
 
 }  // namespace

@@ -8,16 +8,11 @@
 
 #include "fil/console.h"
 #include "support/program.h"
+#include "support/sanitized.h"
 
 namespace fs = std::filesystem;
 
 namespace {
-
-#if defined(__SANITIZE_ADDRESS__)
-constexpr bool isSanitized = true;
-#else
-constexpr bool isSanitized = false;
-#endif
 
 using Words = std::vector<std::string>;
 const std::string old = "OLD GOOD OUTPUT\n";
