@@ -19,6 +19,10 @@ bool hasType(const json& value, std::string_view type) {
   return type == "integer" ? value.is_number_integer() : type == value.type_name();
 }
 
+std::string at(const std::string& place) {
+  return place.empty() ? "it " : place + ": ";
+}
+
 class Check {
  public:
   explicit Check(const json& root) : root_(root) {}
@@ -45,25 +49,25 @@ class Check {
       const json types = schema["type"].is_array() ? schema["type"] : json::array({schema["type"]});
       const auto fits = [&](const json& type) { return hasType(value, type.get<std::string>()); };
       if (std::none_of(types.begin(), types.end(), fits)) {
-        return place + ": must be " + (types.size() == 1 ? "" : "one of ") + types.dump();
+        return at(place) + "must be " + (types.size() == 1 ? "" : "one of ") + types.dump();
       }
     }
     if (schema.contains("const") && value != schema["const"]) {
-      return place + ": must be " + schema["const"].dump();
+      return at(place) + "must be " + schema["const"].dump();
     }
     if (schema.contains("enum")) {
       const json& values = schema["enum"];
       if (std::find(values.begin(), values.end(), value) == values.end()) {
-        return place + ": must be one of " + values.dump();
+        return at(place) + "must be one of " + values.dump();
       }
     }
     const bool isLow = schema.contains("minimum") && value.is_number() && value < schema["minimum"];
-    return isLow ? place + ": must not be below " + schema["minimum"].dump() : "";
+    return isLow ? at(place) + "must not be below " + schema["minimum"].dump() : "";
   }
 
   std::string memberFault(const json& value, const json& schema, const std::string& place) const {
     for (const json& name : schema.value("required", json::array())) {
-      if (!value.contains(name.get<std::string>())) return place + ": lacks " + name.dump();
+      if (!value.contains(name.get<std::string>())) return at(place) + "lacks " + name.dump();
     }
     const json known = schema.value("properties", json::object());
     const json others = schema.value("additionalProperties", json(true));
@@ -74,7 +78,7 @@ class Check {
       } else if (others.is_object()) {
         found = fault(member, others, place + "/" + json(name).dump());
       } else if (!others.get<bool>()) {
-        found = place + ": has a member that isn't known, " + json(name).dump();
+        found = at(place) + "has a member that isn't known, " + json(name).dump();
       }
       if (!found.empty()) return found;
     }
