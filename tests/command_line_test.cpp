@@ -55,7 +55,9 @@ std::string describe(const Options& seen) {
   number("percent", seen.percent, plain.percent);
   number("gui", seen.gui, plain.gui);
   number("lossless", seen.lossless, plain.lossless);
+  number("verify", seen.verify, plain.verify);
   number("minimize", static_cast<int>(seen.minimize), 0);
+  number("factor", seen.factorPrice, plain.factorPrice);
   return out.str();
 }
 
@@ -108,6 +110,12 @@ TEST(CommandLine, LeavesInTheOptions) {
       {"--report - -input x", "in=x out=y report=- "},
       {"--report -xor r --report", "xor=1 "},
       {"--reports r --Report r", "report=r "},
+      {"--report=a -input x", "in=x out=y report=a "},
+      // what we would do, and what is said beside it
+      {"--best -xor", "xor=1 lossless=1 verify=1 minimize=2 "},
+      {"-split 8 --minimize=deep --best",
+       "split=8 share=2 lossless=1 verify=1 minimize=3 factor=-1 "},
+      {"--best --factor=9 -split 8", "split=8 share=2 lossless=1 verify=1 minimize=2 factor=9 "},
       {"--minimize=deep --minimize=deeper", "minimize=2 "},
       {"--minimize= -xor", "xor=1 minimize=2 "},
   };
@@ -125,6 +133,9 @@ TEST(CommandLine, TellsUsageFromARun) {
   EXPECT_EQ(parseCommandLine(wordsOf("-h")).result, ParseResult::Help);
   EXPECT_EQ(parseCommandLine(wordsOf("-halt")).result, ParseResult::Help);
   EXPECT_EQ(parseCommandLine(wordsOf("-help -xor")).result, ParseResult::Run);
+  EXPECT_EQ(parseCommandLine(wordsOf("--help")).result, ParseResult::Question);
+  EXPECT_EQ(parseCommandLine(wordsOf("-input x --version")).result, ParseResult::Question);
+  EXPECT_EQ(parseCommandLine(wordsOf("--completion")).result, ParseResult::TooFewWords);
 }
 
 TEST(CommandLine, SplicesOptionFilesIn) {

@@ -27,15 +27,17 @@ bool matches(const OptionRow& row, std::string_view word) {
   return compareNoCaseN(word, row.word, row.characters) == 0;
 }
 
-MinimizeEffort readEffort(std::string_view word) {
-  if (equalNoCase(word, "fast")) return MinimizeEffort::Fast;
-  return equalNoCase(word, "deep") ? MinimizeEffort::Deep : MinimizeEffort::Normal;
+/// What stands behind the first '=' of a word, if there is one.
+std::optional<std::string> ownValue(std::string_view word) {
+  const std::size_t equals = word.find('=');
+  if (equals == std::string_view::npos) return std::nullopt;
+  return std::string(word.substr(equals + 1));
 }
 
 /// The walk over the words from the first option on.
 class Walk {
  public:
-  Walk(std::span<const std::string> words, Options& options) : words_(words), options_(options) {}
+  explicit Walk(CommandLine& line) : words_(line.words), options_(line.options), uses_(line.uses) {}
 
   void run() {
     for (index_ = 1; index_ < words_.size(); ++index_) {
@@ -43,8 +45,12 @@ class Walk {
         applyOption(words_[index_]);
       } else if (pending_ != nullptr) {
         options_.*std::exchange(pending_, nullptr) = words_[index_];
+        uses_[pendingUse_].value = index_;
+      } else {
+        uses_.push_back({index_, nullptr, 0});
       }
     }
+    if (options_.best) choose();
     const bool isPlain = options_.minimize == MinimizeEffort::None;
     if (options_.factorPrice != 0 && isPlain) options_.minimize = MinimizeEffort::Normal;
   }
@@ -53,21 +59,37 @@ class Walk {
   void applyOption(std::string_view word) {
     const auto row = std::find_if(optionTable.begin(), optionTable.end(),
                                   [&](const OptionRow& r) { return matches(r, word); });
-    if (row != optionTable.end()) {
-      std::visit([this](const auto& value) { take(value); }, row->value);
+    if (row == optionTable.end()) {
+      uses_.push_back({index_, nullptr, 0});
+      return;
     }
+    const std::size_t use = uses_.size();
+    uses_.push_back({index_, &*row, 0});
+    std::visit([this](const auto& value) { take(value); }, row->value);
+    if (index_ != uses_[use].word) uses_[use].value = index_;
+  }
+
+  /// --best is what we would do: each word beside it keeps what it says.
+  void choose() {
+    options_.lossless = options_.verify = true;
+    if (options_.minimize == MinimizeEffort::None) options_.minimize = MinimizeEffort::Normal;
+    if (options_.factorPrice == 0 && options_.splitMax >= 2) options_.factorPrice = -1;
   }
 
   void take(NextPlainWord option) {
     pending_ = option.field;
+    pendingUse_ = uses_.size() - 1;
     if (option.field == &Options::percentFile) options_.percent = true;
   }
-  void take(NextWord option) {
-    if (index_ + 1 >= words_.size()) return;
-    const std::string& word = words_[index_ + 1];
-    if (isOptionWord(word) && word != "-") return;
-    options_.*option.field = word;
-    ++index_;
+  void take(OwnWord option) {
+    if (const auto own = ownValue(words_[index_])) {
+      options_.*option.field = *own;
+    } else if (index_ + 1 < words_.size()) {
+      const std::string& word = words_[index_ + 1];
+      if (isOptionWord(word) && word != "-") return;
+      options_.*option.field = word;
+      ++index_;
+    }
   }
   void take(SetChoice option) {
     options_.*option.field = setChoiceOption(index_, words_, SetSelector::On);
@@ -80,16 +102,13 @@ class Walk {
     if (option.field == &Options::splitMax) options_.shareMin = 2;
   }
   void take(OwnEffort option) {
-    const std::string_view word = words_[index_];
-    const std::size_t equals = std::min(word.find('='), word.size() - 1);
-    options_.*option.field = readEffort(word.substr(equals + 1));
+    const std::string own = ownValue(words_[index_]).value_or("");
+    options_.*option.field = effort(own).value_or(MinimizeEffort::Normal);
   }
   void take(OwnNumber option) {
-    const std::string_view word = words_[index_];
-    const std::size_t equals = word.find('=');
     int n = 0;
-    if (equals != std::string_view::npos) {
-      const std::string own[] = {std::string(), std::string(word.substr(equals + 1))};
+    if (const auto value = ownValue(words_[index_])) {
+      const std::string own[] = {std::string(), *value};
       std::size_t front = 0;
       n = intOption(front, own, 0);
     } else if (option.readsNextWord) {
@@ -100,8 +119,10 @@ class Walk {
 
   std::span<const std::string> words_;
   Options& options_;
+  std::vector<WordUse>& uses_;
   std::size_t index_ = 0;
   std::string Options::*pending_ = nullptr;
+  std::size_t pendingUse_ = 0;
 };
 
 }  // namespace
@@ -120,18 +141,27 @@ int intOption(std::size_t& index, std::span<const std::string> words, int fallba
 
 bool boolOption(std::size_t& index, std::span<const std::string> words, bool fallback) {
   const std::string* word = valueWord(index, words);
-  if (word == nullptr) return fallback;
-  for (const std::string_view yes : {"ON", "YES", "TRUE"}) {
-    if (equalNoCase(*word, yes)) return true;
-  }
-  for (const std::string_view no : {"OFF", "NO", "FALSE", "NONE"}) {
-    if (equalNoCase(*word, no)) return false;
-  }
-  return fallback;
+  return word == nullptr ? fallback : yesNo(*word).value_or(fallback);
 }
 
-SetSelector setChoiceOption(std::size_t& index, std::span<const std::string> words,
-                            SetSelector fallback) {
+std::optional<bool> yesNo(std::string_view word) {
+  for (const std::string_view yes : {"ON", "YES", "TRUE"}) {
+    if (equalNoCase(word, yes)) return true;
+  }
+  for (const std::string_view no : {"OFF", "NO", "FALSE", "NONE"}) {
+    if (equalNoCase(word, no)) return false;
+  }
+  return std::nullopt;
+}
+
+std::optional<MinimizeEffort> effort(std::string_view word) {
+  if (equalNoCase(word, "fast")) return MinimizeEffort::Fast;
+  if (equalNoCase(word, "normal")) return MinimizeEffort::Normal;
+  if (equalNoCase(word, "deep")) return MinimizeEffort::Deep;
+  return std::nullopt;
+}
+
+std::optional<SetSelector> setChoice(std::string_view word) {
   static constexpr std::array<std::pair<std::string_view, SetSelector>, 6> choices = {
       {{"F", SetSelector::On},
        {"R", SetSelector::Off},
@@ -139,12 +169,16 @@ SetSelector setChoiceOption(std::size_t& index, std::span<const std::string> wor
        {"ON", SetSelector::On},
        {"OFF", SetSelector::Off},
        {"MIN", SetSelector::Smaller}}};
-  const std::string* word = valueWord(index, words);
-  if (word == nullptr) return fallback;
   for (const auto& [text, choice] : choices) {
-    if (equalNoCase(*word, text)) return choice;
+    if (equalNoCase(word, text)) return choice;
   }
-  return fallback;
+  return std::nullopt;
+}
+
+SetSelector setChoiceOption(std::size_t& index, std::span<const std::string> words,
+                            SetSelector fallback) {
+  const std::string* word = valueWord(index, words);
+  return word == nullptr ? fallback : setChoice(*word).value_or(fallback);
 }
 
 std::string deriveOutputName(std::string_view input) {
@@ -166,11 +200,17 @@ CommandLine parseCommandLine(std::vector<std::string> words) {
     return line;
   }
   line.optionFileLevel = expandOptionFiles(words, maxOptionFileLevel, line.optionFiles);
-  if (words.size() < 3) {
+  line.words = std::move(words);
+  Walk(line).run();
+  if (line.options.help || line.options.version || !line.options.completion.empty()) {
+    line.result = ParseResult::Question;
+    return line;
+  }
+  if (line.words.size() < 3) {
+    line.options = {};
     line.result = ParseResult::TooFewWords;
     return line;
   }
-  Walk(words, line.options).run();
   if (line.options.output.empty()) line.options.output = deriveOutputName(line.options.input);
   return line;
 }

@@ -8,7 +8,20 @@ HeartBeat& heartBeat() {
   return beat;
 }
 
+std::string_view& step() {
+  static std::string_view name;
+  return name;
+}
+
 }  // namespace
+
+void setCurrentStep(std::string_view name) {
+  step() = name;
+}
+
+std::string_view currentStep() {
+  return step();
+}
 
 void heartMsg() {
   if (heartBeat() != nullptr) heartBeat()();

@@ -1,6 +1,8 @@
 // The progress tick of long loops.
 #pragma once
 
+#include <string_view>
+
 namespace ostrel {
 
 /// A tick; what it returns is not used.
@@ -8,6 +10,10 @@ using HeartBeat = int (*)();
 
 /// Called from inside what can take long. It does nothing unless a monitoring host is linked.
 void heartMsg();
+
+/// The step of the run that is under way, for whoever shows it; the text has to stay.
+void setCurrentStep(std::string_view name);
+std::string_view currentStep();
 
 /// Sets what heartMsg calls; null stops the ticks.
 void setHeartBeat(HeartBeat beat);

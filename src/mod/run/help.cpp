@@ -52,10 +52,10 @@ constexpr std::string_view helpText =
 
 }  // namespace
 
-void printBanner(std::ostream& stream, bool withRelease) {
+void printBanner(std::ostream& stream, bool isFull) {
   stream << title;
-  if (withRelease) stream << release;
-  stream << buildDate << '\n' << notice << '\n';
+  if (isFull) stream << release;
+  stream << buildDate << '\n' << (isFull ? notice : whereToLook) << '\n';
 }
 
 void printHelp(std::ostream& stream, std::string_view programName) {

@@ -32,8 +32,7 @@ bool appendFile(const std::string& name, std::string& buffer) {
 
 }  // namespace
 
-int expandOptionFiles(std::vector<std::string>& words, int maxLevel,
-                      std::set<std::string>& opened) {
+int expandOptionFiles(std::vector<std::string>& words, int maxLevel, OptionFiles& files) {
   int level = 0;
   while (level <= maxLevel && words.size() > 1 &&
          std::any_of(words.begin() + 1, words.end(), isOptionFile)) {
@@ -42,7 +41,8 @@ int expandOptionFiles(std::vector<std::string>& words, int maxLevel,
       if (!isOptionFile(words[i])) {
         buffer += words[i];
       } else if (words[i].size() > 1) {
-        if (appendFile(words[i].substr(1), buffer)) opened.insert(words[i].substr(1));
+        const std::string name = words[i].substr(1);
+        (appendFile(name, buffer) ? files.opened : files.missing).insert(name);
       }
       buffer += ' ';
     }

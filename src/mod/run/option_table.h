@@ -18,7 +18,7 @@ namespace ostrel {
 struct NextPlainWord {  // the next word without '-', however far behind
   std::string Options::*field;
 };
-struct NextWord {  // the very next word, unless it is an option; "-" alone is none
+struct OwnWord {  // behind '=', or the very next word unless it is an option; "-" alone is none
   std::string Options::*field;
 };
 struct SetChoice {
@@ -49,14 +49,14 @@ struct OwnNumber {  // the value, 1 or more, stands behind '=', or in the next w
 struct OptionRow {
   std::string_view word;
   std::size_t characters;  // places that are compared, or one of the two below
-  std::variant<NextPlainWord, NextWord, SetChoice, YesNo, Flag, Number, OwnEffort, OwnNumber> value;
+  std::variant<NextPlainWord, OwnWord, SetChoice, YesNo, Flag, Number, OwnEffort, OwnNumber> value;
 };
 
 inline constexpr std::size_t wholeWord = std::string_view::npos;
 inline constexpr std::size_t wholeName = wholeWord - 1;  // all that stands before '='
 
 /// The first row that matches acts, so the order counts.
-inline constexpr std::array<OptionRow, 30> optionTable = {{
+inline constexpr std::array<OptionRow, 36> optionTable = {{
     {"-input", 4, NextPlainWord{&Options::input}},
     {"-output", 4, NextPlainWord{&Options::output}},
     {"-log", wholeWord, NextPlainWord{&Options::log}},
@@ -87,7 +87,13 @@ inline constexpr std::array<OptionRow, 30> optionTable = {{
     {"--minimize", wholeName, OwnEffort{&Options::minimize}},
     {"--factor", wholeName, OwnNumber{&Options::factorPrice, -1, false}},
     {"--depth", wholeName, OwnNumber{&Options::factorDepth, 0, true}},
-    {"--report", wholeWord, NextWord{&Options::report}},
+    {"--report", wholeName, OwnWord{&Options::report}},
+    {"--best", wholeWord, Flag{&Options::best}},
+    {"--strict", wholeWord, Flag{&Options::strict}},
+    {"--quiet", wholeWord, Flag{&Options::quiet}},
+    {"--help", wholeWord, Flag{&Options::help}},
+    {"--version", wholeWord, Flag{&Options::version}},
+    {"--completion", wholeName, OwnWord{&Options::completion}},
 }};
 
 }  // namespace ostrel

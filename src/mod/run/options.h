@@ -27,6 +27,10 @@ struct Options {
   std::string report;       ///< --report: what was done to each function; "-": a table
   std::string module;       ///< if not empty, replaces the MODULE property
 
+  bool help = false;       ///< --help: a page about the options in place of a run
+  bool version = false;    ///< --version
+  std::string completion;  ///< --completion: the shell for which a script is wanted
+
   SetSelector type = SetSelector::On;  ///< accepted and read by nothing
 
   // Control equations: product terms allowed (no option changes that) and the set to keep.
@@ -58,6 +62,9 @@ struct Options {
   MinimizeEffort minimize = MinimizeEffort::None;  ///< --minimize: each function in few terms
   int factorPrice = 0;  ///< --factor: what a node costs, in terms; 0 without it, -1: clusterSize
   int factorDepth = 0;  ///< --depth: most nodes one behind another; 0 for no limit
+  bool best = false;    ///< --best: stands for others, which the parser sets
+  bool strict = false;  ///< --strict: a word that does nothing ends the run
+  bool quiet = false;   ///< --quiet: no line of progress on a terminal
   bool gui = false;     ///< -GUI: a monitoring host runs this process
 };
 

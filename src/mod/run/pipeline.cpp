@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "run/heart.h"
+
 namespace ostrel {
 namespace {
 
@@ -48,6 +50,8 @@ constexpr std::array<Step, 24> steps = {{
 Status runPipeline(Run& run, std::string_view last, const StepWatch& watch) {
   while (run.status == Status::Ok && run.stepsDone < steps.size()) {
     const Step& step = steps[run.stepsDone++];
+    setCurrentStep(step.name);
+    heartMsg();
     step.take(run);
     watch(step.name, run.design);
     if (step.name == last) break;

@@ -13,6 +13,7 @@
 #include "fil/console.h"
 #include "fil/pla_reader.h"
 #include "fil/pla_writer.h"
+#include "run/answers.h"
 #include "run/command_line.h"
 #include "run/heart.h"
 #include "run/help.h"
@@ -23,8 +24,10 @@
 #include "run/output_file.h"
 #include "run/percent_companion.h"
 #include "run/pipeline.h"
+#include "run/progress.h"
 #include "run/run_report.h"
 #include "run/same_file.h"
+#include "run/strict.h"
 #include "run/verification.h"
 
 namespace ostrel {
@@ -131,19 +134,25 @@ int runReported(const std::vector<std::string>& words, std::time_t start,
 int runProgram(const std::vector<std::string>& words) {
   const std::time_t start = std::time(nullptr);
   CommandLine line = parseCommandLine(words);
-  setOptions(std::move(line.options));
+  setOptions(line.options);
   if (options().gui) {
     linkHost(static_cast<int>(line.result));
   } else {
     setHeartBeat(nullptr);
   }
+  if (line.result == ParseResult::Question) return answer(options(), std::cout, std::cerr);
   if (line.result != ParseResult::Run) {
     printBanner(std::cout, line.result == ParseResult::Help);
     if (line.result == ParseResult::Help) printHelp(std::cout, words.front());
     std::cout.flush();
     return exitFile;
   }
-  std::vector<std::string> sources(line.optionFiles.begin(), line.optionFiles.end());
+  if (options().strict) {
+    const std::vector<std::string> faults = complaints(line);
+    for (const std::string& fault : faults) std::cerr << "ostrel: " << fault << '\n';
+    if (!faults.empty()) return exitFile;
+  }
+  std::vector<std::string> sources(line.optionFiles.opened.begin(), line.optionFiles.opened.end());
   sources.push_back(options().input);
   std::vector<std::string> kept = sources;
   kept.insert(kept.end(), {options().output, options().percentFile, options().report});
@@ -152,6 +161,7 @@ int runProgram(const std::vector<std::string>& words) {
     warning({"only ", std::to_string(maxOptionFileLevel),
              " levels of nested command line @file were read"});
   }
+  const Progress progress;
   const int result = options().report.empty()
                          ? runLogged(words, start, sources, [](std::string_view, const Design&) {})
                          : runReported(words, start, sources);

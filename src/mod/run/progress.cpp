@@ -1,0 +1,65 @@
+#include "run/progress.h"
+
+#include <chrono>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "run/heart.h"
+#include "run/options.h"
+#include "run/system.h"
+
+namespace ostrel {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr auto patience = std::chrono::seconds(1);         // a shorter run shows nothing
+constexpr auto interval = std::chrono::milliseconds(100);  // between two lines
+
+struct Line {
+  Clock::time_point start;
+  Clock::time_point next;  // not before then
+  std::string_view step;
+  std::int64_t functions = 0;
+  bool isShown = false;
+};
+
+Line& line() {
+  static Line instance;
+  return instance;
+}
+
+int show() {
+  Line& own = line();
+  const std::string_view step = currentStep();
+  if (step != own.step) own.functions = 0;
+  own.step = step;
+  ++own.functions;
+  const Clock::time_point now = Clock::now();
+  if (now < own.next) return 0;
+  own.next = now + interval;
+  own.isShown = true;
+  const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(now - own.start).count();
+  const std::string text = "\r" + std::string(step) + ": " + std::to_string(own.functions) +
+                           " functions, " + std::to_string(seconds) + " s\033[K";
+  writeToStandardError(text.c_str());
+  return 0;
+}
+
+}  // namespace
+
+Progress::Progress() {
+  if (options().gui || options().quiet || !isErrorWatched()) return;
+  line() = {Clock::now(), Clock::now() + patience, {}, 0, false};
+  setHeartBeat(show);
+}
+
+Progress::~Progress() {
+  if (options().gui) return;
+  setHeartBeat(nullptr);
+  if (line().isShown) writeToStandardError("\r\033[K");
+  line() = {};
+}
+
+}  // namespace ostrel
