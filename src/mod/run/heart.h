@@ -11,7 +11,8 @@ using HeartBeat = int (*)();
 /// Called from inside what can take long. It does nothing unless a monitoring host is linked.
 void heartMsg();
 
-/// The step of the run that is under way, for whoever shows it; the text has to stay.
+/// The step of the run that is under way, empty between runs, for whoever shows it at the ticks;
+/// the text has to stay.
 void setCurrentStep(std::string_view name);
 std::string_view currentStep();
 

@@ -56,6 +56,8 @@ Status runPipeline(Run& run, std::string_view last, const StepWatch& watch) {
     watch(step.name, run.design);
     if (step.name == last) break;
   }
+  setCurrentStep({});
+  heartMsg();
   return run.status;
 }
 

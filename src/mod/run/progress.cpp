@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "run/heart.h"
 #include "run/options.h"
@@ -30,9 +31,18 @@ Line& line() {
   return instance;
 }
 
+void hide() {
+  if (std::exchange(line().isShown, false)) writeToStandardError("\033[K");
+}
+
+/// The cursor goes back to the beginning, so that a message takes the place of the line.
 int show() {
   Line& own = line();
   const std::string_view step = currentStep();
+  if (step.empty()) {
+    hide();
+    return 0;
+  }
   if (step != own.step) own.functions = 0;
   own.step = step;
   ++own.functions;
@@ -41,8 +51,8 @@ int show() {
   own.next = now + interval;
   own.isShown = true;
   const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(now - own.start).count();
-  const std::string text = "\r" + std::string(step) + ": " + std::to_string(own.functions) +
-                           " functions, " + std::to_string(seconds) + " s\033[K";
+  const std::string text = std::string(step) + ": " + std::to_string(own.functions) +
+                           " functions, " + std::to_string(seconds) + " s\033[K\r";
   writeToStandardError(text.c_str());
   return 0;
 }
@@ -58,7 +68,7 @@ Progress::Progress() {
 Progress::~Progress() {
   if (options().gui) return;
   setHeartBeat(nullptr);
-  if (line().isShown) writeToStandardError("\r\033[K");
+  hide();
   line() = {};
 }
 
