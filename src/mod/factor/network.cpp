@@ -107,8 +107,9 @@ bool reads(const NetworkFunction& function, std::size_t column) {
 
 void packNodes(Network& network) {
   std::vector<std::size_t> order = inwardOrder(network);
-  std::ranges::stable_partition(order, [&](std::size_t f) { return f < network.outputs; });
-  std::ranges::sort(order.begin(), order.begin() + static_cast<std::ptrdiff_t>(network.outputs));
+  const auto nodes = std::stable_partition(order.begin(), order.end(),
+                                           [&](std::size_t f) { return f < network.outputs; });
+  std::sort(order.begin(), nodes);
   network = extracted(network, order, network.width);
 }
 
