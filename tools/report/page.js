@@ -51,7 +51,8 @@
       const halves = side.part.after.columns.map((column) => column.terms).join(" + ");
       tags.push([`XOR ${halves}`, "xor", "terms of the halves"]);
     }
-    if (side.part.before && side.part.history.some((state) => state.step.startsWith("split ") || state.step.startsWith("factor "))) {
+    const gaveTerms = (state, i, all) => /^(split|factor) /.test(state.step) && i > 0 && state.terms < all[i - 1].terms;
+    if (side.part.before && side.part.history.some(gaveTerms)) {
       tags.push(["split", "", "nodes took terms over"]);
     }
     if (side.part.minimized.length > 0) tags.push(["minimized", "", "by --minimize"]);
@@ -343,6 +344,18 @@
     }
   }
 
+  // Scrolls the list and the graphs, and not the page, to what was chosen.
+  function reveal() {
+    for (const frame of document.querySelectorAll(".scroll, .graph")) {
+      const one = frame.querySelector(".chosen");
+      if (!one) continue;
+      const inner = one.getBoundingClientRect();
+      const outer = frame.getBoundingClientRect();
+      if (inner.top < outer.top + 30 || inner.bottom > outer.bottom) frame.scrollTop += inner.top - outer.top - outer.height / 2;
+      if (inner.left < outer.left || inner.right > outer.right) frame.scrollLeft += inner.left - outer.left - outer.width / 2;
+    }
+  }
+
   function productOf(run, number) {
     const row = run.rows[number - 1];
     if (row.length === 0) return "1";
@@ -406,6 +419,7 @@
       make("p", {}, before ? `${plural(before.terms, "term")}, ${plural(before.literals, "literal")} before.` : "Made in the run."),
       ...runs.map((run, r) => f.runs[r] ? sideOf(run, r, f) : null).filter((side) => side));
     detail.scrollTop = 0;
+    reveal();
   }
 
   // ---- time and messages ----

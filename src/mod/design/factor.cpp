@@ -3,18 +3,20 @@
 // Idea. The functions go as covers into a network (factor/factor.h) and come back with nodes.
 // Whether that is better than splitting is not guessed: both are carried out on copies that have
 // the logic alone, through the same steps, and what costs less in terms, and nodes at their price,
-// is done to the design.
+// is done to the design. Each part of the network that shares nothing with the others has a choice
+// of its own.
 //
 // Example. abx + acx and bdy + cdy and !b!cz under a limit of 1: with com_0 = b + c all three are
 // single terms.
 //
 // Cost. That of the network, and of splitting and minimising twice more.
 //
-// Order. Functions in the order of logic(); nodes in an order in which each reads older ones only,
-// named like those of shared terms.
+// Order. Functions in the order of logic(); parts in that of their first functions; the nodes of a
+// part so that each reads older ones only, named like those of shared terms.
 #include "factor/factor.h"
 
 #include <algorithm>
+#include <map>
 #include <string>
 #include <utility>
 
@@ -45,10 +47,17 @@ std::vector<Member> membersOf(const Design& design) {
   return members;
 }
 
-CubeList cubesOf(const TermChain& chain, const TermTable& terms) {
-  CubeList cubes;
-  for (const Term term : chain) cubes.push_back(terms.cube(term));
-  return cubes;
+/// Functions that have a term in common, which splitting may share.
+std::vector<std::pair<std::size_t, std::size_t>> linksOf(std::span<const Member> members) {
+  std::map<Term, std::size_t> owners;
+  std::vector<std::pair<std::size_t, std::size_t>> links;
+  for (std::size_t i = 0; i < members.size(); ++i) {
+    for (const Term term : members[i].equation().onSet()) {
+      const auto [owner, isNew] = owners.try_emplace(term, i);
+      if (!isNew) links.emplace_back(owner->second, i);
+    }
+  }
+  return links;
 }
 
 Network networkOf(const Design& design, std::span<const Member> members) {
@@ -93,7 +102,6 @@ void carryIn(Design& design, std::span<const Member> members, const Network& net
   for (std::size_t i = 0; i < members.size(); ++i) {
     setFunction(*members[i].signal, members[i].slot, network.functions[i], design.terms());
   }
-  computeSupports(design);
 }
 
 /// A design of the members' logic alone, over the same columns.
@@ -117,7 +125,6 @@ struct Copy {
       members.push_back({&signal, member.slot});
     }
     copied.listLogic();
-    computeSupports(copied);
   }
 
   void copy(const Design& design, const Signal& original, Slot slot, Signal& signal) {
@@ -135,11 +142,16 @@ struct Copy {
   std::vector<Member> members;
 };
 
-struct Outcome {
+struct Layout {
   std::size_t terms = 0;
   std::size_t nodes = 0;
   std::size_t depth = 0;
   std::size_t cost(std::size_t price) const { return terms + price * nodes; }
+  void add(const Layout& other) {
+    terms += other.terms;
+    nodes += other.nodes;
+    depth = std::max(depth, other.depth);
+  }
 };
 
 /// The most nodes of the copy that stand one behind another.
@@ -165,25 +177,63 @@ std::size_t depthOf(const Copy& copy) {
 }
 
 /// What the later steps make of the copy.
-Outcome outcomeOf(Copy& copy) {
+Layout layoutOf(Copy& copy) {
   Design& design = copy.copied;
+  computeSupports(design);
   splitEquations(design);
   minimizeNewLogic(design);
   choosePolarity(design);
-  Outcome outcome;
-  outcome.nodes = design.logic().size() - copy.members.size();
+  Layout layout;
+  layout.nodes = design.logic().size() - copy.members.size();
   for (const Signal* signal : design.logic()) {
     for (const Equation* equation : signal->mainEquations()) {
-      outcome.terms += static_cast<std::size_t>(equation->termCount(SetSelector::Smaller));
+      layout.terms += static_cast<std::size_t>(equation->termCount(SetSelector::Smaller));
     }
   }
-  outcome.depth = depthOf(copy);
-  return outcome;
+  layout.depth = depthOf(copy);
+  return layout;
 }
 
-std::string words(const Outcome& outcome) {
-  return std::to_string(outcome.terms) + " terms and " + std::to_string(outcome.nodes) +
-         " nodes of depth " + std::to_string(outcome.depth);
+std::string words(const Layout& layout) {
+  return std::to_string(layout.terms) + " terms and " + std::to_string(layout.nodes) +
+         " nodes of depth " + std::to_string(layout.depth);
+}
+
+FactorLimits limitsOf(const Options& opts) {
+  FactorLimits limits;
+  limits.cluster = static_cast<std::size_t>(std::max(opts.clusterSize, 1));
+  limits.price = opts.factorPrice > 0 ? static_cast<std::size_t>(opts.factorPrice) : limits.cluster;
+  if (opts.factorDepth > 0) limits.depth = static_cast<std::size_t>(opts.factorDepth);
+  return limits;
+}
+
+struct Change {
+  Layout before;
+  Layout after;
+  bool isTaken = false;
+};
+
+/// Carries the part of the network out where it costs less than splitting its functions.
+Change carryInCheaper(Design& design, std::span<const Member> all, const Network& network,
+                      std::span<const std::size_t> functions, const FactorLimits& limits) {
+  std::vector<Member> members;
+  for (const std::size_t f : functions) {
+    if (f < all.size()) members.push_back(all[f]);
+  }
+  const Network part = extracted(network, functions, design.columns().size());
+  Change change;
+  {
+    const LogPause pause;
+    Copy first(design, members);
+    change.before = layoutOf(first);
+    Copy second(design, members);
+    carryIn(second.copied, second.members, part);
+    change.after = layoutOf(second);
+  }
+  change.isTaken = change.after.depth <= std::max(limits.depth, change.before.depth) &&
+                   change.after.cost(limits.price) < change.before.cost(limits.price);
+  if (change.isTaken) carryIn(design, members, part);
+  return change;
 }
 
 }  // namespace
@@ -195,32 +245,27 @@ void factorLogic(Design& design) {
     note({"--factor needs -split and has no effect without it"});
     return;
   }
+  const FactorLimits limits = limitsOf(opts);
   const std::vector<Member> members = membersOf(design);
   Network network = networkOf(design, members);
-  FactorLimits limits;
-  limits.cluster = static_cast<std::size_t>(std::max(opts.clusterSize, 1));
-  limits.price = opts.factorPrice > 0 ? static_cast<std::size_t>(opts.factorPrice) : limits.cluster;
-  if (opts.factorDepth > 0) limits.depth = static_cast<std::size_t>(opts.factorDepth);
   heartMsg();
   if (!factor(network, limits)) {
     note({"factoring is beyond the effort"});
     return;
   }
-  Outcome told;
-  Outcome factored;
-  {
-    const LogPause pause;
-    Copy first(design, members);
-    told = outcomeOf(first);
-    Copy second(design, members);
-    carryIn(second.copied, second.members, network);
-    factored = outcomeOf(second);
+  Change whole;
+  for (const std::vector<std::size_t>& functions : partsOf(network, linksOf(members))) {
+    const Change change = carryInCheaper(design, members, network, functions, limits);
+    whole.before.add(change.before);
+    whole.after.add(change.isTaken ? change.after : change.before);
+    whole.isTaken |= change.isTaken;
   }
-  note({"splitting gives ", words(told), ", factoring ", words(factored)});
-  if (factored.depth > std::max(limits.depth, told.depth)) return;
-  if (factored.cost(limits.price) >= told.cost(limits.price)) return;
-  note({"factored"});
-  carryIn(design, members, network);
+  if (whole.isTaken) {
+    computeSupports(design);
+    note({"factoring makes ", words(whole.after), " of ", words(whole.before)});
+  } else {
+    note({"factoring is no better than splitting"});
+  }
 }
 
 }  // namespace ostrel

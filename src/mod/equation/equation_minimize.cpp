@@ -19,13 +19,6 @@
 namespace ostrel {
 namespace {
 
-CubeList cubesOf(const TermChain& chain, const TermTable& terms) {
-  CubeList cubes;
-  cubes.reserve(chain.size());
-  for (const Term term : chain) cubes.push_back(terms.cube(term));
-  return cubes;
-}
-
 TermChain termsOf(const CubeList& cubes, TermTable& terms) {
   TermChain chain;
   chain.reserve(cubes.size());

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cassert>
+#include <numeric>
 #include <utility>
 
 namespace ostrel {
@@ -57,6 +58,27 @@ std::vector<std::size_t> inwardOrder(const Network& network) {
   return order;
 }
 
+/// Which things belong together, by the first of them.
+class Partition {
+ public:
+  explicit Partition(std::size_t size) : leaders_(size) {
+    std::iota(leaders_.begin(), leaders_.end(), std::size_t{0});
+  }
+
+  std::size_t leaderOf(std::size_t thing) {
+    while (leaders_[thing] != thing) thing = leaders_[thing] = leaders_[leaders_[thing]];
+    return thing;
+  }
+
+  void join(std::size_t a, std::size_t b) {
+    const auto [first, second] = std::minmax({leaderOf(a), leaderOf(b)});
+    leaders_[second] = first;
+  }
+
+ private:
+  std::vector<std::size_t> leaders_;
+};
+
 }  // namespace
 
 std::size_t costOf(const NetworkFunction& function, const FactorLimits& limits) {
@@ -84,22 +106,46 @@ bool reads(const NetworkFunction& function, std::size_t column) {
 }
 
 void packNodes(Network& network) {
-  Network packed = {network.width, network.outputs, {}, network.nodeLimit};
-  std::vector<std::size_t> newColumn(network.functions.size() - network.outputs);
-  const std::span functions = network.functions;
-  packed.functions.assign(functions.begin(),
-                          functions.begin() + static_cast<std::ptrdiff_t>(network.outputs));
-  for (const std::size_t f : inwardOrder(network)) {
-    if (f < network.outputs) continue;
-    newColumn[f - network.outputs] = packed.columnOf(packed.functions.size());
-    packed.functions.push_back(functions[f]);
+  std::vector<std::size_t> order = inwardOrder(network);
+  const auto nodes = std::stable_partition(order.begin(), order.end(),
+                                           [&](std::size_t f) { return f < network.outputs; });
+  std::sort(order.begin(), nodes);
+  network = extracted(network, order, network.width);
+}
+
+std::vector<std::vector<std::size_t>> partsOf(
+    const Network& network, std::span<const std::pair<std::size_t, std::size_t>> links) {
+  Partition parts(network.functions.size());
+  for (const auto& [one, other] : links) parts.join(one, other);
+  for (std::size_t f = 0; f < network.functions.size(); ++f) {
+    for (const std::size_t node : nodesOf(network, network.functions[f])) parts.join(f, node);
   }
-  for (NetworkFunction& function : packed.functions) {
+  std::vector<std::vector<std::size_t>> members(network.functions.size());
+  for (std::size_t f = 0; f < members.size(); ++f) members[parts.leaderOf(f)].push_back(f);
+  std::erase_if(members,
+                [&](const auto& part) { return part.empty() || part.back() < network.outputs; });
+  return members;
+}
+
+Network extracted(const Network& network, std::span<const std::size_t> functions,
+                  std::size_t width) {
+  Network result = {width, 0, {}, network.nodeLimit};
+  while (result.outputs < functions.size() && functions[result.outputs] < network.outputs) {
+    ++result.outputs;
+  }
+  std::vector<std::size_t> newColumn(network.functions.size() - network.outputs);
+  for (const std::size_t f : functions) {
+    if (f >= network.outputs) {
+      newColumn[f - network.outputs] = result.columnOf(result.functions.size());
+    }
+    result.functions.push_back(network.functions[f]);
+  }
+  for (NetworkFunction& function : result.functions) {
     for (CubeList* cover : {&function.on, &function.off}) {
       for (Cube& cube : *cover) cube = renumbered(cube, network.width, newColumn);
     }
   }
-  network = std::move(packed);
+  return result;
 }
 
 }  // namespace ostrel

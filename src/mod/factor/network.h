@@ -6,6 +6,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
+#include <utility>
 #include <vector>
 
 #include "minimizer/cube_list.h"
@@ -54,5 +56,16 @@ bool reads(const NetworkFunction& function, std::size_t column);
 
 /// The nodes that are left, renumbered so that each reads columns and older nodes only.
 void packNodes(Network& network);
+
+/// The functions, in ascending order, of each part of the network that shares no node with another
+/// part; the two outputs of a link are of one part. Parts without a node are left out; the others
+/// stand in the order of their first outputs.
+std::vector<std::vector<std::size_t>> partsOf(
+    const Network& network, std::span<const std::pair<std::size_t, std::size_t>> links);
+
+/// These functions of the network, which read no other node, as one of their own with `width`
+/// columns from outside, no fewer than the network has.
+Network extracted(const Network& network, std::span<const std::size_t> functions,
+                  std::size_t width);
 
 }  // namespace ostrel

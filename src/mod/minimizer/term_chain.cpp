@@ -35,6 +35,13 @@ TermChain chainOf(std::span<const Cube> cubes, const ColumnMap& map, TermTable& 
 
 }  // namespace
 
+CubeList cubesOf(std::span<const Term> chain, const TermTable& terms) {
+  CubeList cubes;
+  cubes.reserve(chain.size());
+  for (const Term term : chain) cubes.push_back(terms.cube(term));
+  return cubes;
+}
+
 void markUsedColumns(std::span<const Term> chain, const TermTable& terms, ColumnSet& columns) {
   for (const Term term : chain) terms.cube(term).addSupportTo(columns);
 }

@@ -10,12 +10,16 @@
 #include <vector>
 
 #include "minimizer/column_set.h"
+#include "minimizer/cube_list.h"
 #include "minimizer/effort.h"
 #include "minimizer/term_table.h"
 
 namespace ostrel {
 
 using TermChain = std::vector<Term>;
+
+/// The cubes of the terms, in their order.
+CubeList cubesOf(std::span<const Term> chain, const TermTable& terms);
 
 /// Adds every column that a term of the chain reads to `columns`, which keeps what it has.
 void markUsedColumns(std::span<const Term> chain, const TermTable& terms, ColumnSet& columns);
