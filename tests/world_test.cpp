@@ -73,7 +73,7 @@ TEST_F(World, LeavesNoOutputThatIsNotProven) {
   EXPECT_EQ(lossy.err, "<ERROR> K52700: the result is not proven, so the output stays empty\n");
   EXPECT_EQ(readFile(path("out")), "");
   // A word that the verifier alone would know doesn't reach it.
-  EXPECT_EQ(shell("$OSTREL -input lossy.tt2 -output out --lossless --verify --help").exitCode, 0);
+  EXPECT_EQ(shell("$OSTREL -input lossy.tt2 -output out --lossless --verify --check").exitCode, 0);
   EXPECT_NE(readFile(path("out")), "");
   const ProgramResult alone =
       shell("cp $OSTREL . && PATH=/nowhere ./ostrel -input in.tt2 --verify");
