@@ -111,6 +111,25 @@ TEST(Factor, KeepsFunctionsAndNeverCostsMoreThanCutting) {
   }
 }
 
+TEST(Factor, AFunctionThatHasToBeCutPaysForTheCuts) {
+  // c + d + e + f in two products, each four terms wide without its node.
+  for (const bool hasRoom : {false, true}) {
+    const Network original = networkOf(
+        {{"1-1---", "1--1--", "1---1-", "1----1"}, {"-11---", "-1-1--", "-1--1-", "-1---1"}},
+        hasRoom ? 4 : 3);
+    Network network = original;
+    for (NetworkFunction& function : network.functions) function.mayTurn = false;
+    const FactorLimits limits = {.price = 7};
+    EXPECT_EQ(costOf(network, limits), hasRoom ? 8U : 24U);
+    ASSERT_TRUE(factor(network, limits));
+    EXPECT_EQ(network.functions.size(), hasRoom ? 2U : 3U);
+    for (const NetworkFunction& function : network.functions) {
+      EXPECT_LE(function.termCount(), function.limit);
+    }
+    expectSame(network, original);
+  }
+}
+
 TEST(Factor, DepthIsKept) {
   const Network original = networkOf(
       {{"11---1", "1-1--1", "1--1-1", "1---11"}, {"01----", "0-1---", "0--1--", "0---1-"}}, 16);

@@ -18,7 +18,7 @@ using Clock = std::chrono::steady_clock;
 constexpr auto patience = std::chrono::seconds(1);         // a shorter run shows nothing
 constexpr auto interval = std::chrono::milliseconds(100);  // between two lines
 
-struct Line {
+struct ShownLine {
   Clock::time_point start;
   Clock::time_point next;  // not before then
   std::string_view step;
@@ -26,8 +26,8 @@ struct Line {
   bool isShown = false;
 };
 
-Line& line() {
-  static Line instance;
+ShownLine& line() {
+  static ShownLine instance;
   return instance;
 }
 
@@ -37,7 +37,7 @@ void hide() {
 
 /// The cursor goes back to the beginning, so that a message takes the place of the line.
 int show() {
-  Line& own = line();
+  ShownLine& own = line();
   const std::string_view step = currentStep();
   if (step.empty()) {
     hide();
