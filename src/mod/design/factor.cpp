@@ -207,21 +207,21 @@ FactorLimits limitsOf(const Options& opts) {
   return limits;
 }
 
-struct Change {
+struct PartChoice {
   Layout before;
   Layout after;
   bool isTaken = false;
 };
 
 /// Carries the part of the network out where it costs less than splitting its functions.
-Change carryInCheaper(Design& design, std::span<const Member> all, const Network& network,
-                      std::span<const std::size_t> functions, const FactorLimits& limits) {
+PartChoice carryInCheaper(Design& design, std::span<const Member> all, const Network& network,
+                          std::span<const std::size_t> functions, const FactorLimits& limits) {
   std::vector<Member> members;
   for (const std::size_t f : functions) {
     if (f < all.size()) members.push_back(all[f]);
   }
   const Network part = extracted(network, functions, design.columns().size());
-  Change change;
+  PartChoice change;
   {
     const LogPause pause;
     Copy first(design, members);
@@ -253,9 +253,9 @@ void factorLogic(Design& design) {
     note({"factoring is beyond the effort"});
     return;
   }
-  Change whole;
+  PartChoice whole;
   for (const std::vector<std::size_t>& functions : partsOf(network, linksOf(members))) {
-    const Change change = carryInCheaper(design, members, network, functions, limits);
+    const PartChoice change = carryInCheaper(design, members, network, functions, limits);
     whole.before.add(change.before);
     whole.after.add(change.isTaken ? change.after : change.before);
     whole.isTaken |= change.isTaken;
