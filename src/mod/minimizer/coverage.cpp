@@ -88,19 +88,21 @@ bool Coverage<C>::ask(const C& cube, std::size_t number) {
     columns_.push_back(~b.care);
     settled_[i] = {b.care ^ b.value, b.value};
   }
+  const auto isGone = [](Literals row) { return (row.ones & row.zeros) != 0; };
   // Most cubes are apart, and mostly by their first block: that alone has to be fast.
+  const bool isUniversal = widthOf(cube) == 0;
   const Literals opposite = settled_.front();
   const Literals* const end = rows_.data() + rows_.size();
   std::uint32_t other = 0;
   for (const Literals* first = rows_.data(); first != end; first += blocks(), ++other) {
-    if (first->meets(opposite) || other == number || (first->ones & first->zeros) != 0) continue;
+    if (first->meets(opposite) || other == number) continue;
     bool isApart = false;
     Word left = first->any() & columns_.front();
     for (std::size_t i = 1; i < blocks(); ++i) {
       isApart |= first[i].meets(settled_[i]);
       left |= first[i].any() & columns_[i];
     }
-    if (isApart) continue;
+    if (isApart || (isUniversal && isGone(*first))) continue;
     if (left == 0) return true;
     open_.push_back(other);
   }
