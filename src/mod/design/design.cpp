@@ -13,10 +13,8 @@ namespace {
 /// With --lossless true of a Signal whose value need not stand on its pin.
 bool canBeOff(const Signal& signal) {
   const Equation* enable = signal.slot(SlotOutputEnable);
-  if (!options().lossless || enable == nullptr) return false;
-  Equation once = *enable;
-  once.dropRepeatedTerms();
-  if (once.isConstant(Constant::One)) return false;
+  if (!options().lossless || enable == nullptr || enable->isEmpty()) return false;
+  if (enable->mayBe(Constant::One, PlaType::f)) return false;
   note({signal.name, " can be off and serves no other function"});
   return true;
 }

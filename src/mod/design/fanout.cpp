@@ -16,46 +16,21 @@
 
 #include "design/passes.h"
 #include "run/heart.h"
-#include "run/log.h"
-#include "run/options.h"
 
 namespace ostrel {
 
-namespace {
-
-/// The readers by the supports, or by both sets as well.
-Readers countBy(Design& design, bool withSets) {
+Readers countReaders(Design& design) {
+  heartMsg();
   Readers readers(design.columns().size(), 0);
   for (const Signal* reader : design.logic()) {
     ColumnSet read;
-    const auto markColumns = [&](Equation& equation) {
-      equation.markUsedColumns(read);
-      if (!withSets) return;
-      markUsedColumns(equation.onSet(), design.terms(), read);
-      markUsedColumns(equation.offSet(), design.terms(), read);
-    };
-    for (Equation* equation : reader->mainEquations()) markColumns(*equation);
+    for (Equation* equation : reader->mainEquations()) equation->markUsedColumns(read);
     for (const Slot index : controlSlots) {
-      if (reader->slot(index) != nullptr) markColumns(*reader->slot(index));
+      if (reader->slot(index) != nullptr) reader->slot(index)->markUsedColumns(read);
     }
     read.forEach([&readers](std::size_t column) { ++readers[column]; });
   }
   return readers;
-}
-
-}  // namespace
-
-Readers countReaders(Design& design) {
-  heartMsg();
-  Readers readers = countBy(design, false);
-  if (!options().lossless) return readers;
-  const Readers all = countBy(design, true);
-  for (const auto& signal : design.signals()) {
-    if (signal->isNode && fanoutOf(*signal, all) != fanoutOf(*signal, readers)) {
-      note({signal->name, " is read by sets that may not be kept, and stays for them"});
-    }
-  }
-  return all;
 }
 
 int fanoutOf(const Signal& signal, const Readers& readers) {

@@ -14,6 +14,11 @@ void completeFunctions(Design& design) {
   computeSupports(design);
 }
 
+void completeSets(Design& design) {
+  if (!options().lossless) return;
+  for (Signal* signal : design.logic()) completeSets(*signal);
+}
+
 Status settleFunctions(Design& design) {
   if (!options().lossless) return Status::Ok;
   for (const auto& signal : design.signals()) {

@@ -21,8 +21,11 @@ Status checkLogic(Design& design);
 
 // ---- lossless.cpp: nothing without --lossless ----
 
-/// Brings every function into a form that no later step gives up.
+/// Brings every function into a form that no later step gives up, up to the choice of sets.
 void completeFunctions(Design& design);
+
+/// Works out the sets that the first choice has to keep.
+void completeSets(Design& design);
 
 /// Lets set and reset follow the polarity, and the columns say the register types. Failed, with
 /// messages, where that can't be done.
@@ -55,7 +58,8 @@ void computeSupports(Design& design);
 /// Drops, with a warning, what is declared but stands in no column of the file.
 void removeUnusedSignals(Design& design);
 
-/// Drops, with a warning, the combinatorial nodes that nothing reads.
+/// Drops, with a warning, the combinatorial nodes that nothing reads. With --lossless a literal in
+/// a set counts too, if its Signal stays.
 void removeDeadNodes(Design& design, const Readers& readers);
 
 // ---- xor.cpp ----

@@ -6,6 +6,7 @@
 
 #include "design/passes.h"
 #include "run/log.h"
+#include "run/options.h"
 
 namespace ostrel {
 
@@ -26,6 +27,37 @@ void removeUnusedSignals(Design& design) {
   design.remove(orphans);
 }
 
+namespace {
+
+/// Takes out of `dead` what a set of a Signal that stays reads; supports needn't show that.
+void keepWhatSetsRead(Design& design, std::vector<Signal*>& dead) {
+  std::unordered_set<const Signal*> gone(dead.begin(), dead.end());
+  std::vector<const Signal*> open;  // that stay, and whose sets weren't looked at
+  for (const auto& signal : design.signals()) {
+    if (!gone.contains(signal.get())) open.push_back(signal.get());
+  }
+  while (!open.empty()) {
+    const Signal* reader = open.back();
+    open.pop_back();
+    ColumnSet read;
+    for (const Slot slot : allSlots) {
+      const Equation* equation = reader->slot(slot);
+      if (equation == nullptr) continue;
+      markUsedColumns(equation->onSet(), design.terms(), read);
+      markUsedColumns(equation->offSet(), design.terms(), read);
+    }
+    read.forEach([&](std::size_t column) {
+      const Signal* signal = design.columns()[column].signal;
+      if (gone.erase(signal) == 0) return;
+      note({signal->name, " is read by a set that is kept, and stays"});
+      open.push_back(signal);
+    });
+  }
+  std::erase_if(dead, [&gone](const Signal* signal) { return !gone.contains(signal); });
+}
+
+}  // namespace
+
 void removeDeadNodes(Design& design, const Readers& readers) {
   std::vector<Signal*> dead;
   for (const auto& signal : design.signals()) {
@@ -33,6 +65,7 @@ void removeDeadNodes(Design& design, const Readers& readers) {
       dead.push_back(signal.get());
     }
   }
+  if (options().lossless && !dead.empty()) keepWhatSetsRead(design, dead);
   for (const Signal* signal : dead) warning({signal->name, " is being removed"});
   design.remove(dead);
 }

@@ -48,6 +48,7 @@ bool isMissing(const Equation& equation, SetSelector set) {
 SetSelector keptSet(const Signal& signal, Slot slot) {
   const SetSelector told = toldSet(signal, slot);
   if (!options().lossless || !isMissing(*signal.slot(slot), told)) return told;
+  if (slot == SlotOutputEnable && signal.enableMayGo) return told;
   return told == SetSelector::On ? SetSelector::Off : SetSelector::On;
 }
 

@@ -37,22 +37,11 @@ void completePair(Signal& signal) {
   note({signal.name, " has one XOR half, which is its plain function"});
 }
 
-/// An enable that is 1 everywhere, or may be because no row says 0, says nothing.
-bool canBeAlwaysOn(const Equation& equation, PlaType type) {
-  if (equation.polarity == Polarity::Inverted || equation.isEmpty()) return false;
-  const bool leavesOpen = type == PlaType::fr || type == PlaType::fdr;
-  return (leavesOpen && equation.offSet().empty()) || equation.onHoldsUniversal();
-}
-
 /// Works out a set that has to be kept and isn't there.
-void completeSet(Signal& signal, Slot slot, PlaType type) {
+void completeSet(Signal& signal, Slot slot) {
   Equation& equation = *signal.slot(slot);
   const SetSelector told = toldSet(signal, slot);
-  const bool isEnable = slot == SlotOutputEnable && told == SetSelector::Off;
-  if (isEnable && canBeAlwaysOn(equation, type)) {
-    note({signal.name, extensionText(equation.extension), " is always on and goes"});
-    return signal.deleteSlot(slot);
-  }
+  if (slot == SlotOutputEnable && signal.enableMayGo) return;
   if (equation.isConstant(Constant::Either) || !isMissing(equation, told)) return;
   const bool isDone = equation.reduce(SetSelector::Both);
   if (isDone && isMissing(equation, told)) equation.makeConstant(told == SetSelector::Off);
@@ -157,12 +146,17 @@ void complete(Signal& signal, PlaType type) {
     note({signal.name, extensionText(equation->extension), " is empty and written as 0"});
   }
   completePair(signal);
-  for (const Slot slot : allSlots) {  // the layout of a pair looks after its halves
-    const bool isHalf = slot == SlotXorLeft || slot == SlotXorRight;
-    if (!isHalf && signal.slot(slot) != nullptr) completeSet(signal, slot, type);
-  }
+  const Equation* enable = signal.slot(SlotOutputEnable);
+  signal.enableMayGo = enable != nullptr && enable->mayBe(Constant::One, type);
   if (!mayInvert(signal)) note({signal.name, " keeps its sense, which set and reset depend on"});
   signal.startsInverted = isInverted(signal);
+}
+
+void completeSets(Signal& signal) {
+  for (const Slot slot : allSlots) {  // the layout of a pair looks after its halves
+    const bool isHalf = slot == SlotXorLeft || slot == SlotXorRight;
+    if (!isHalf && signal.slot(slot) != nullptr) completeSet(signal, slot);
+  }
 }
 
 Status settle(Signal& signal) {

@@ -12,9 +12,12 @@
 
 namespace ostrel {
 
-/// Brings what was read into a form that no later choice can lose: a half alone becomes
-/// the plain function, and a set that has to be kept and isn't there is worked out.
+/// Brings what was read into a form that no later choice can lose: a half alone becomes the plain
+/// function. Sees which columns may go, as long as the rows are at hand.
 void complete(Signal& signal, PlaType type);
+
+/// Works out the sets that the first choice of sets has to keep and that aren't there.
+void completeSets(Signal& signal);
 
 /// Lets set and reset follow what has become of the polarity since complete(), and gives the
 /// columns extensions that are read back as the Signal's type. Failed, with a message, if there are
