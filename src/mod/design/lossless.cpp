@@ -1,15 +1,25 @@
 // The two ends of a run that loses nothing; what stands between asks logic/lossless.h.
 #include "logic/lossless.h"
 
+#include <algorithm>
+
 #include "design/passes.h"
+#include "logic/kept_sets.h"
 #include "run/log.h"
 #include "run/options.h"
 
 namespace ostrel {
 
-void completeFunctions(Design& design) {
+bool hasFixedInits(const Design& design) {
+  return std::ranges::any_of(design.signals(), [](const auto& s) { return hasFixedInit(*s); });
+}
+
+void completeFunctions(Design& design, const Names& fixed) {
   if (!options().lossless) return;
-  for (const auto& signal : design.signals()) complete(*signal, design.type);
+  for (const auto& signal : design.signals()) {
+    signal->keepsSense = fixed.contains(signal->name);
+    complete(*signal, design.type);
+  }
   design.listLogic();
   computeSupports(design);
 }

@@ -2,6 +2,8 @@
 // runs them. Each looks at the options that concern it; without them it leaves the design alone.
 #pragma once
 
+#include <string>
+#include <unordered_set>
 #include <vector>
 
 #include "design/design.h"
@@ -21,8 +23,15 @@ Status checkLogic(Design& design);
 
 // ---- lossless.cpp: nothing without --lossless ----
 
-/// Brings every function into a form that no later step gives up, up to the choice of sets.
-void completeFunctions(Design& design);
+/// Names of Signals.
+using Names = std::unordered_set<std::string>;
+
+/// Brings every function into a form that no later step gives up, up to the choice of sets. The
+/// named Signals keep their sense.
+void completeFunctions(Design& design, const Names& fixed);
+
+/// True if the design has Signals whose set and reset can't follow an inversion.
+bool hasFixedInits(const Design& design);
 
 /// Works out the sets that the first choice has to keep.
 void completeSets(Design& design);

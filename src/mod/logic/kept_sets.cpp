@@ -56,9 +56,13 @@ bool isInitialized(const Signal& signal) {
   return signal.slot(SlotReset) != nullptr || signal.slot(SlotSet) != nullptr;
 }
 
-bool mayInvert(const Signal& signal) {
+bool hasFixedInit(const Signal& signal) {
   const Options& opts = options();
-  return !opts.lossless || !opts.ffBeforeInverter || opts.swapSetReset || !isInitialized(signal);
+  return opts.lossless && opts.ffBeforeInverter && !opts.swapSetReset && isInitialized(signal);
+}
+
+bool mayInvert(const Signal& signal) {
+  return !signal.keepsSense || !hasFixedInit(signal);
 }
 
 }  // namespace ostrel

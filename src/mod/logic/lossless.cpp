@@ -163,6 +163,7 @@ Status settle(Signal& signal) {
   const bool hasTurned = hasMain(signal) && isInverted(signal) != signal.startsInverted;
   if (options().ffBeforeInverter && isInitialized(signal) && hasTurned != signal.initSwapped) {
     if (!options().swapSetReset) {
+      signal.keepsSense = true;  // as it had to from the start
       error({signal.name, " is inverted, and its set and reset may not follow"});
       return Status::Failed;
     }

@@ -21,7 +21,7 @@ void completeSets(Signal& signal);
 
 /// Lets set and reset follow what has become of the polarity since complete(), and gives the
 /// columns extensions that are read back as the Signal's type. Failed, with a message, if there are
-/// none.
+/// none, or if set and reset may not follow, which then shows in keepsSense.
 Status settle(Signal& signal);
 
 }  // namespace ostrel
