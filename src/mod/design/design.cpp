@@ -15,10 +15,11 @@ bool readsInside(const InputColumn& column) {
   return column.extension != Extension::None && column.extension != Extension::PIN;
 }
 
-/// With --lossless true of a Signal whose value need not stand in the column, -1 for a new one.
+/// With --lossless true of a Signal whose value need not stand in the column, -1 for a new one. A
+/// node has no pin to be off.
 bool canBeOff(const Signal& signal, std::span<const InputColumn> columns, int column) {
   const Equation* enable = signal.slot(SlotOutputEnable);
-  if (!options().lossless || enable == nullptr || enable->isEmpty()) return false;
+  if (!options().lossless || enable == nullptr || enable->isEmpty() || signal.isNode) return false;
   if (column >= 0 && readsInside(columns[static_cast<std::size_t>(column)])) return false;
   if (enable->mayBe(Constant::One, PlaType::f)) return false;
   note({signal.name, " can be off and serves no other function"});

@@ -24,11 +24,6 @@ void completeFunctions(Design& design, const Names& fixed) {
   computeSupports(design);
 }
 
-void completeSets(Design& design) {
-  if (!options().lossless) return;
-  for (Signal* signal : design.logic()) completeSets(*signal);
-}
-
 Status settleFunctions(Design& design) {
   if (!options().lossless) return Status::Ok;
   for (const auto& signal : design.signals()) {

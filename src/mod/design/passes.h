@@ -26,15 +26,12 @@ Status checkLogic(Design& design);
 /// Names of Signals.
 using Names = std::unordered_set<std::string>;
 
-/// Brings every function into a form that no later step gives up, up to the choice of sets. The
-/// named Signals keep their sense.
+/// Brings every function into a form that no later step gives up. The named Signals keep their
+/// sense.
 void completeFunctions(Design& design, const Names& fixed);
 
 /// True if the design has Signals whose set and reset can't follow an inversion.
 bool hasFixedInits(const Design& design);
-
-/// Works out the sets that the first choice has to keep.
-void completeSets(Design& design);
 
 /// Lets set and reset follow the polarity, and the columns say the register types. Failed, with
 /// messages, where that can't be done.

@@ -37,18 +37,6 @@ void completePair(Signal& signal) {
   note({signal.name, " has one XOR half, which is its plain function"});
 }
 
-/// Works out a set that has to be kept and isn't there.
-void completeSet(Signal& signal, Slot slot) {
-  Equation& equation = *signal.slot(slot);
-  const SetSelector told = toldSet(signal, slot);
-  if (slot == SlotOutputEnable && signal.enableMayGo) return;
-  if (equation.isConstant(Constant::Either) || !isMissing(equation, told)) return;
-  const bool isDone = equation.reduce(SetSelector::Both);
-  if (isDone && isMissing(equation, told)) equation.makeConstant(told == SetSelector::Off);
-  note({signal.name, extensionText(equation.extension),
-        isDone ? " has its missing set worked out" : " has no other set"});
-}
-
 /// The extension that says a type at the main function.
 Extension mainExtension(RegisterType type) {
   switch (type) {
@@ -152,11 +140,15 @@ void complete(Signal& signal, PlaType type) {
   signal.startsInverted = isInverted(signal);
 }
 
-void completeSets(Signal& signal) {
-  for (const Slot slot : allSlots) {  // the layout of a pair looks after its halves
-    const bool isHalf = slot == SlotXorLeft || slot == SlotXorRight;
-    if (!isHalf && signal.slot(slot) != nullptr) completeSet(signal, slot);
-  }
+void completeSet(Signal& signal, Slot slot) {
+  Equation& equation = *signal.slot(slot);
+  const SetSelector told = toldSet(signal, slot);
+  if (slot == SlotOutputEnable && signal.enableMayGo) return;
+  if (equation.isConstant(Constant::Either) || !isMissing(equation, told)) return;
+  const bool isDone = equation.reduce(SetSelector::Both);
+  if (isDone && isMissing(equation, told)) equation.makeConstant(told == SetSelector::Off);
+  note({signal.name, extensionText(equation.extension),
+        isDone ? " has its missing set worked out" : " has no other set"});
 }
 
 Status settle(Signal& signal) {

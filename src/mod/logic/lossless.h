@@ -16,8 +16,8 @@ namespace ostrel {
 /// function. Sees which columns may go, as long as the rows are at hand.
 void complete(Signal& signal, PlaType type);
 
-/// Works out the sets that the first choice of sets has to keep and that aren't there.
-void completeSets(Signal& signal);
+/// Works out the set of a filled slot that the first choice has to keep and that isn't there.
+void completeSet(Signal& signal, Slot slot);
 
 /// Lets set and reset follow what has become of the polarity since complete(), and gives the
 /// columns extensions that are read back as the Signal's type. Failed, with a message, if there are

@@ -3,6 +3,7 @@
 #include <span>
 
 #include "logic/kept_sets.h"
+#include "logic/lossless.h"
 #include "run/log.h"
 #include "run/options.h"
 
@@ -11,6 +12,8 @@ namespace {
 
 /// True if the set that was kept is the inverse one.
 bool keepSet(Signal& signal, Slot slot) {
+  const bool isHalf = slot == SlotXorLeft || slot == SlotXorRight;  // their layout saw to that
+  if (options().lossless && !signal.setsChosen && !isHalf) completeSet(signal, slot);
   const SetSelector kept = keptSet(signal, slot);
   if (kept != toldSet(signal, slot)) {
     note({signal.name, extensionText(signal.slot(slot)->extension), " keeps the set that it has"});
@@ -65,6 +68,7 @@ void choosePolarity(Signal& signal) {
   for (const Slot index : std::span(allSlots).subspan(SlotXorLeft)) {
     if (signal.slot(index) != nullptr) keepSet(signal, index);
   }
+  signal.setsChosen = true;
 }
 
 void normalizePolarity(Signal& signal) {

@@ -52,11 +52,7 @@ constexpr std::array<Step, 24> steps = {{
     {"remove unused signals", [](Run& run) { removeUnusedSignals(run.design); }},
     {"order XOR pairs", [](Run& run) { orderXorPairs(run.design); }},
     {"synthesize XOR", [](Run& run) { synthesizeXor(run.design, XorTurn::First); }},
-    {"choose polarity",
-     [](Run& run) {
-       completeSets(run.design);
-       choosePolarity(run.design);
-     }},
+    {"choose polarity", [](Run& run) { choosePolarity(run.design); }},
     {"count readers", [](Run& run) { run.readers = countReaders(run.design); }},
     {"collapse feedback",
      [](Run& run) { run.collapsed = collapseFeedback(run.design, run.readers); }},
