@@ -37,11 +37,14 @@ void serve(Design& design, std::span<const Candidate> candidates) {
   const auto column = known >= 0 ? static_cast<std::size_t>(known) : design.addReadingColumn(*node);
   const Polarity told = node->inversionCount() == 1 ? Polarity::Inverted : Polarity::None;
   // The marks on the names needn't say in which sense the node has the function.
-  const Polarity polarity = options().lossless ? node->slot(SlotLogic)->polarity : told;
-  if (polarity != told) note({node->name, " is read in the sense of its function"});
+  const Polarity own = options().lossless ? node->slot(SlotLogic)->polarity : told;
+  bool isOwnTaken = false;
   for (const Candidate& candidate : candidates) {
-    candidate.equation.substituteNode(list, column, polarity, true);
+    const Polarity polarity = candidate.equation.isFree ? told : own;
+    const bool isTaken = candidate.equation.substituteNode(list, column, polarity, true);
+    isOwnTaken |= isTaken && polarity != told;
   }
+  if (isOwnTaken) note({node->name, " is read in the sense of its function"});
   assert(equation.onCount() == 1);
 }
 

@@ -40,6 +40,35 @@ int fanoutOf(const Signal& signal, const Readers& readers) {
   return count;
 }
 
+ColumnSet columnsThatMatter(const Design& design, std::unordered_set<const Signal*> passive) {
+  std::vector<const Signal*> open;  // whose sets weren't looked at
+  for (const auto& signal : design.signals()) {
+    if (!passive.contains(signal.get())) open.push_back(signal.get());
+  }
+  ColumnSet all;
+  while (!open.empty()) {
+    const Signal* reader = open.back();
+    open.pop_back();
+    ColumnSet read;
+    for (const Slot slot : allSlots) {
+      const Equation* equation = reader->slot(slot);
+      if (equation == nullptr || equation->isFree) continue;
+      markUsedColumns(equation->onSet(), design.terms(), read);
+      markUsedColumns(equation->offSet(), design.terms(), read);
+    }
+    read.forEach([&](std::size_t column) {
+      all.insert(column);
+      const Signal* signal = design.columns()[column].signal;
+      if (passive.erase(signal) > 0) open.push_back(signal);
+    });
+  }
+  return all;
+}
+
+bool readsAny(const ColumnSet& columns, const Signal& signal) {
+  return std::ranges::any_of(signal.columns, [&](std::size_t c) { return columns.contains(c); });
+}
+
 void computeSupports(Design& design) {
   for (const Signal* signal : design.logic()) {
     for (Equation* equation : signal->mainEquations()) equation->computeSupport();

@@ -2,6 +2,7 @@
 #include "logic/lossless.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "design/passes.h"
 #include "logic/kept_sets.h"
@@ -36,9 +37,14 @@ Status settleFunctions(Design& design) {
     }
     logic->polarity = Polarity::None;
   }
+  std::unordered_set<const Signal*> nodes;
+  for (const auto& signal : design.signals()) {
+    if (signal->isNode && signal->isCombinatorial()) nodes.insert(signal.get());
+  }
+  const ColumnSet read = columnsThatMatter(design, std::move(nodes));
   Status status = Status::Ok;
   for (Signal* signal : design.logic()) {
-    if (settle(*signal) != Status::Ok) status = Status::Failed;
+    if (settle(*signal, readsAny(read, *signal)) != Status::Ok) status = Status::Failed;
   }
   return status;
 }

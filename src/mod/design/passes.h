@@ -56,6 +56,13 @@ Readers countReaders(Design& design);
 /// How often a Signal is read: once for each reader and column.
 int fanoutOf(const Signal& signal, const Readers& readers);
 
+/// The columns that the sets read, apart from sets that may be anything and from those of the
+/// Signals in `passive` that are not read themselves.
+ColumnSet columnsThatMatter(const Design& design, std::unordered_set<const Signal*> passive);
+
+/// True if a column of the Signal is there.
+bool readsAny(const ColumnSet& columns, const Signal& signal);
+
 /// Works out the supports of the logic, control functions apart, where there is none.
 void computeSupports(Design& design);
 

@@ -30,30 +30,13 @@ void removeUnusedSignals(Design& design) {
 namespace {
 
 /// Takes out of `dead` what a set of a Signal that stays reads; supports needn't show that.
-void keepWhatSetsRead(Design& design, std::vector<Signal*>& dead) {
-  std::unordered_set<const Signal*> gone(dead.begin(), dead.end());
-  std::vector<const Signal*> open;  // that stay, and whose sets weren't looked at
-  for (const auto& signal : design.signals()) {
-    if (!gone.contains(signal.get())) open.push_back(signal.get());
-  }
-  while (!open.empty()) {
-    const Signal* reader = open.back();
-    open.pop_back();
-    ColumnSet read;
-    for (const Slot slot : allSlots) {
-      const Equation* equation = reader->slot(slot);
-      if (equation == nullptr) continue;
-      markUsedColumns(equation->onSet(), design.terms(), read);
-      markUsedColumns(equation->offSet(), design.terms(), read);
-    }
-    read.forEach([&](std::size_t column) {
-      const Signal* signal = design.columns()[column].signal;
-      if (gone.erase(signal) == 0) return;
-      note({signal->name, " is read by a set that is kept, and stays"});
-      open.push_back(signal);
-    });
-  }
-  std::erase_if(dead, [&gone](const Signal* signal) { return !gone.contains(signal); });
+void keepWhatSetsRead(const Design& design, std::vector<Signal*>& dead) {
+  const ColumnSet read = columnsThatMatter(design, {dead.begin(), dead.end()});
+  std::erase_if(dead, [&read](const Signal* signal) {
+    if (!readsAny(read, *signal)) return false;
+    note({signal->name, " is read by a set that is kept, and stays"});
+    return true;
+  });
 }
 
 }  // namespace

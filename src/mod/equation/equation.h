@@ -50,6 +50,9 @@ class Equation {
   XorHalf xorRole = XorHalf::None;
   char phase = '1';  ///< of the output column, written back with it
 
+  /// --lossless found that the rows leave every point open: any function is right.
+  bool isFree = false;
+
   // ---- reading ----
 
   /// Fills the Equation from output column `column` of the file, whose rows gave `sets`. A percent

@@ -1,5 +1,6 @@
 #include "logic/lossless.h"
 
+#include <algorithm>
 #include <optional>
 #include <utility>
 
@@ -134,26 +135,24 @@ void complete(Signal& signal, PlaType type) {
     note({signal.name, extensionText(equation->extension), " is empty and written as 0"});
   }
   completePair(signal);
+  for (const Slot slot : allSlots) {
+    Equation* equation = signal.slot(slot);
+    if (equation == nullptr) continue;
+    equation->isFree =
+        equation->mayBe(Constant::Zero, type) && equation->mayBe(Constant::One, type);
+  }
   const Equation* enable = signal.slot(SlotOutputEnable);
   signal.enableMayGo = enable != nullptr && enable->mayBe(Constant::One, type);
   if (!mayInvert(signal)) note({signal.name, " keeps its sense, which set and reset depend on"});
   signal.startsInverted = isInverted(signal);
 }
 
-void completeSet(Signal& signal, Slot slot) {
-  Equation& equation = *signal.slot(slot);
-  const SetSelector told = toldSet(signal, slot);
-  if (slot == SlotOutputEnable && signal.enableMayGo) return;
-  if (equation.isConstant(Constant::Either) || !isMissing(equation, told)) return;
-  const bool isDone = equation.reduce(SetSelector::Both);
-  if (isDone && isMissing(equation, told)) equation.makeConstant(told == SetSelector::Off);
-  note({signal.name, extensionText(equation.extension),
-        isDone ? " has its missing set worked out" : " has no other set"});
-}
-
-Status settle(Signal& signal) {
+Status settle(Signal& signal, bool isRead) {
   const bool hasTurned = hasMain(signal) && isInverted(signal) != signal.startsInverted;
-  if (options().ffBeforeInverter && isInitialized(signal) && hasTurned != signal.initSwapped) {
+  const bool isEitherSense =
+      !isRead && std::ranges::any_of(signal.mainEquations(), &Equation::isFree);
+  const bool hasInit = options().ffBeforeInverter && isInitialized(signal) && !isEitherSense;
+  if (hasInit && hasTurned != signal.initSwapped) {
     if (!options().swapSetReset) {
       signal.keepsSense = true;  // as it had to from the start
       error({signal.name, " is inverted, and its set and reset may not follow"});

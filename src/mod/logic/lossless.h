@@ -16,12 +16,10 @@ namespace ostrel {
 /// function. Sees which columns may go, as long as the rows are at hand.
 void complete(Signal& signal, PlaType type);
 
-/// Works out the set of a filled slot that the first choice has to keep and that isn't there.
-void completeSet(Signal& signal, Slot slot);
-
 /// Lets set and reset follow what has become of the polarity since complete(), and gives the
 /// columns extensions that are read back as the Signal's type. Failed, with a message, if there are
-/// none, or if set and reset may not follow, which then shows in keepsSense.
-Status settle(Signal& signal);
+/// none, or if set and reset may not follow, which then shows in keepsSense. `isRead` says whether
+/// somebody reads the Signal to whom its sense matters.
+Status settle(Signal& signal, bool isRead);
 
 }  // namespace ostrel

@@ -3,7 +3,6 @@
 #include <span>
 
 #include "logic/kept_sets.h"
-#include "logic/lossless.h"
 #include "run/log.h"
 #include "run/options.h"
 
@@ -12,8 +11,7 @@ namespace {
 
 /// True if the set that was kept is the inverse one.
 bool keepSet(Signal& signal, Slot slot) {
-  const bool isHalf = slot == SlotXorLeft || slot == SlotXorRight;  // their layout saw to that
-  if (options().lossless && !signal.setsChosen && !isHalf) completeSet(signal, slot);
+  completeSet(signal, slot);
   const SetSelector kept = keptSet(signal, slot);
   if (kept != toldSet(signal, slot)) {
     note({signal.name, extensionText(signal.slot(slot)->extension), " keeps the set that it has"});
