@@ -149,8 +149,8 @@ void complete(Signal& signal, PlaType type) {
 
 Status settle(Signal& signal, bool isRead) {
   const bool hasTurned = hasMain(signal) && isInverted(signal) != signal.startsInverted;
-  const bool isEitherSense =
-      !isRead && std::ranges::any_of(signal.mainEquations(), &Equation::isFree);
+  const Equation* logic = signal.slot(SlotLogic);
+  const bool isEitherSense = !isRead && signal.isNode && logic != nullptr && logic->isFree;
   const bool hasInit = options().ffBeforeInverter && isInitialized(signal) && !isEitherSense;
   if (hasInit && hasTurned != signal.initSwapped) {
     if (!options().swapSetReset) {
