@@ -30,9 +30,14 @@ TEST(XorCover, GivesKnownListsInOrder) {
     EXPECT_EQ(coverByXor(row.in), row.out) << ::testing::PrintToString(row.in);
   }
   Texts points;
-  for (unsigned point = 128; point < 256; ++point) {
-    points.push_back(std::bitset<8>(point).to_string());
+  Texts even;  // 128 as well, which only links of two literals join
+  for (unsigned point = 0; point < 256; ++point) {
+    const std::bitset<8> bits(point);
+    if (point >= 128) points.push_back(bits.to_string());
+    if (bits.count() % 2 == 0) even.push_back(bits.to_string());
   }
+  EXPECT_EQ(coverByXor(even), (Texts{"------1-", "----1---", "--1-----", "1-------", "-------1",
+                                     "-0------", "---0----", "-----0--"}));
   EXPECT_EQ(coverByXor(points), Texts{"1-------"});
   points.push_back("00000000");  // the 129th cube, although it would merge to few
   EXPECT_EQ(coverByXor(points), Texts{"none"});

@@ -38,7 +38,13 @@ TEST(Report, SaysWhatWasDoneAndChangesNothing) {
   EXPECT_EQ(runIn(folder, OSTREL_PROGRAM, words).exitCode, plain.exitCode);
   EXPECT_EQ(readFile(folder + "/a.tt3"), output);
   const std::string json = readFile(folder + "/a.json");
-  expectSaid(json, {hashOf(source), hashOf(output)});
+  expectSaid(json, {hashOf(source), hashOf(output),
+                    "\"before\": {\n  \"pins\": 6,\n  \"nodes\": 1,\n  \"functions\": 5,\n"
+                    "  \"xor_pairs\": 0,\n  \"terms\": 11,\n  \"rows\": 8,\n  \"literals\": 33,\n"
+                    "  \"widest\": 4,\n  \"depth\": 1\n",
+                    "\"after\": {\n  \"pins\": 6,\n  \"nodes\": 0,\n  \"functions\": 3,\n"
+                    "  \"xor_pairs\": 1,\n  \"terms\": 7,\n  \"rows\": 7,\n  \"literals\": 17,\n"
+                    "  \"widest\": 3,\n  \"depth\": 1\n"});
   // Two OFF terms for three ON terms; a parity; a clock whose told set is empty; an idle node.
   expectSaid(lineOf(json, "M"),
              {R"("set": "off", "why": "smaller", "told_by": null, "on": 3, "off": 2)",
@@ -52,6 +58,10 @@ TEST(Report, SaysWhatWasDoneAndChangesNothing) {
   const ProgramResult table = runIn(folder, OSTREL_PROGRAM, words);
   expectSaid(table.err, {"M              3    2         9    6      1  OFF smaller\n",
                          "total         11    7        33   17      1  7 rows\n"});
+  words.back() = "b.json";
+  words.emplace_back("--minimize");
+  EXPECT_EQ(runIn(folder, OSTREL_PROGRAM, words).exitCode, 0);
+  expectSaid(lineOf(readFile(folder + "/b.json"), "R"), {R"("from": 2, "to": 2)"});
 }
 
 TEST(Report, NeverTakesThePlaceOfAnotherFile) {

@@ -42,5 +42,12 @@ TEST(Covering, CoversTablesWithTheFewestColumns) {
   }
 }
 
+TEST(Covering, KeepsTheFirstOfEqualAnswers) {
+  const std::vector<CoveringRow> rows = {{1, 3, 5}, {0, 1, 4}, {3, 4, 5}, {0, 1, 5},
+                                         {1, 2, 4}, {0, 2, 3}, {0, 2, 4}};
+  CoveringWork work;
+  EXPECT_EQ(solveCovering(rows, 6, SIZE_MAX, work).columns, (std::vector<std::uint32_t>{0, 1, 3}));
+}
+
 }  // namespace
 }  // namespace ostrel
