@@ -1,6 +1,7 @@
 // A world that fails once. Loaded in front of the C library, it counts the calls that touch files,
-// or the allocations, and lets number FAULT_AT fail ("disk": all from there on), or sends the
-// process FAULT_SIGNAL there. With FAULT_COUNT the calls are counted into a file of that name.
+// the allocations, or the calls that can be interrupted, and lets number FAULT_AT fail ("disk": all
+// from there on), or sends the process FAULT_SIGNAL there. With FAULT_COUNT the calls are counted
+// into a file of that name.
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
@@ -9,6 +10,7 @@
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <sys/uio.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace {
@@ -18,8 +20,11 @@ const char* setting(const char* name) {
   return value == nullptr ? "" : value;
 }
 
+enum class Call { File, Transfer, Wait, Memory };
+
 struct Settings {
-  bool countsFiles = std::strcmp(setting("FAULT_KIND"), "memory") != 0;
+  bool countsMemory = std::strcmp(setting("FAULT_KIND"), "memory") == 0;
+  bool interrupts = std::strcmp(setting("FAULT_KIND"), "interrupt") == 0;
   bool lasts = std::strcmp(setting("FAULT_KIND"), "disk") == 0;
   int signal = std::atoi(setting("FAULT_SIGNAL"));
   long place = std::atol(setting("FAULT_AT"));
@@ -33,8 +38,14 @@ const Settings& settings() {
 
 long calls = 0;
 
-bool isDue(bool isFileCall) {
-  if (settings().countsFiles != isFileCall) return false;
+bool isCounted(Call call) {
+  if (settings().countsMemory) return call == Call::Memory;
+  if (settings().interrupts) return call == Call::Transfer || call == Call::Wait;
+  return call == Call::File || call == Call::Transfer;
+}
+
+bool isDue(Call call) {
+  if (!isCounted(call)) return false;
   ++calls;
   const bool isFaulty = settings().lasts && settings().place != 0 && calls > settings().place;
   if (calls != settings().place && !isFaulty) return false;
@@ -42,12 +53,8 @@ bool isDue(bool isFileCall) {
     kill(getpid(), settings().signal);
     return false;  // it may have to wait
   }
-  errno = isFileCall ? ENOSPC : ENOMEM;
+  errno = call == Call::Memory ? ENOMEM : settings().interrupts ? EINTR : ENOSPC;
   return true;
-}
-
-bool fileIsDue() {
-  return isDue(true);
 }
 
 template <class Function>
@@ -71,39 +78,42 @@ struct Report {
 extern "C" {
 
 FILE* fopen(const char* name, const char* mode) {
-  return fileIsDue() ? nullptr : real<decltype(fopen)>("fopen")(name, mode);
+  return isDue(Call::File) ? nullptr : real<decltype(fopen)>("fopen")(name, mode);
 }
 FILE* fopen64(const char* name, const char* mode) {
-  return fileIsDue() ? nullptr : real<decltype(fopen)>("fopen64")(name, mode);
+  return isDue(Call::File) ? nullptr : real<decltype(fopen)>("fopen64")(name, mode);
 }
 int fclose(FILE* file) {
-  const bool fails = fileIsDue();
+  const bool fails = isDue(Call::File);
   const int result = real<decltype(fclose)>("fclose")(file);
   return fails ? EOF : result;
 }
 ssize_t read(int file, void* to, size_t count) {
-  return fileIsDue() ? -1 : real<decltype(read)>("read")(file, to, count);
+  return isDue(Call::Transfer) ? -1 : real<decltype(read)>("read")(file, to, count);
 }
 ssize_t write(int file, const void* from, size_t count) {
-  return fileIsDue() ? -1 : real<decltype(write)>("write")(file, from, count);
+  return isDue(Call::Transfer) ? -1 : real<decltype(write)>("write")(file, from, count);
 }
 ssize_t writev(int file, const iovec* from, int count) {
-  return fileIsDue() ? -1 : real<decltype(writev)>("writev")(file, from, count);
+  return isDue(Call::Transfer) ? -1 : real<decltype(writev)>("writev")(file, from, count);
+}
+pid_t waitpid(pid_t child, int* status, int options) {
+  return isDue(Call::Wait) ? -1 : real<decltype(waitpid)>("waitpid")(child, status, options);
 }
 int mkstemp(char* name) {
-  return fileIsDue() ? -1 : real<decltype(mkstemp)>("mkstemp")(name);
+  return isDue(Call::File) ? -1 : real<decltype(mkstemp)>("mkstemp")(name);
 }
 int fchmod(int file, mode_t mode) noexcept {
-  return fileIsDue() ? -1 : real<int(int, mode_t)>("fchmod")(file, mode);
+  return isDue(Call::File) ? -1 : real<int(int, mode_t)>("fchmod")(file, mode);
 }
 int rename(const char* from, const char* to) noexcept {
-  return fileIsDue() ? -1 : real<int(const char*, const char*)>("rename")(from, to);
+  return isDue(Call::File) ? -1 : real<int(const char*, const char*)>("rename")(from, to);
 }
 int truncate(const char* name, off_t length) noexcept {
-  return fileIsDue() ? -1 : real<int(const char*, off_t)>("truncate")(name, length);
+  return isDue(Call::File) ? -1 : real<int(const char*, off_t)>("truncate")(name, length);
 }
 void* __libc_malloc(size_t size);
 void* malloc(size_t size) noexcept {
-  return isDue(false) ? nullptr : __libc_malloc(size);
+  return isDue(Call::Memory) ? nullptr : __libc_malloc(size);
 }
 }

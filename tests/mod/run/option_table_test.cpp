@@ -1,5 +1,7 @@
 // One list of options: what the table holds stands in the help, the manual and the README, and no
 // field is set that nothing reads.
+#include "run/option_table.h"
+
 #include <algorithm>
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -8,7 +10,6 @@
 #include "fil/text.h"
 #include "run/answers.h"
 #include "run/help.h"
-#include "run/option_table.h"
 #include "support/program.h"
 
 namespace ostrel {

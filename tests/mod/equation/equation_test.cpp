@@ -6,10 +6,10 @@
 #include <gtest/gtest.h>
 #include <random>
 
+#include "support/cube_texts.h"
+
 namespace ostrel {
 namespace {
-
-using Texts = std::vector<std::string>;
 
 /// An Equation over texts, with a table of its own.
 struct Bench {
