@@ -241,6 +241,7 @@ TEST(Convert, DesignsSurviveEveryFormat) {
       EXPECT_EQ(complaints(report), "") << static_cast<int>(to) << "\n" << text;
       if (to != Format::Pla) continue;
       EXPECT_EQ(text.find("X1-"), std::string::npos) << "a mark in\n" << text;
+      EXPECT_EQ(text.find("\n "), std::string::npos) << "a line that goes on in\n" << text;
       EXPECT_TRUE(converted(text, Format::Pla, Format::Tt2).starts_with("#$ "));
     }
   }

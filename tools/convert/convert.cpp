@@ -53,6 +53,12 @@ Written write(const Netlist& netlist, Format format, Report& report) {
     if (report.isClean()) writePla(file, out, fileDate());
   }
   written.text = out.str();
+  // In a table of espresso no line goes on with a blank: the rest of a comment would be a row.
+  for (std::size_t at = 0; format == Format::Pla; ++at) {
+    at = written.text.find("\n ", at);
+    if (at == std::string::npos) break;
+    written.text.erase(at, 1);
+  }
   return written;
 }
 

@@ -89,10 +89,11 @@ class VerilogWriter {
 
  private:
   // "Y.Q" reads better as Y_q; a bit of no port keeps its name in the escaped form.
-  std::string innerName(const std::string& name) {
+  std::string innerName(const std::string& name, const std::string& use = "") {
     std::string wanted = name;
     if (wanted.ends_with(".Q")) wanted.replace(wanted.size() - 2, 2, "_q");
     if (wanted.ends_with(".COM")) wanted.replace(wanted.size() - 4, 4, "_com");
+    wanted += use;
     for (char& c : wanted) {
       if (c <= ' ' || c > '~') c = '_';
     }
@@ -170,8 +171,7 @@ class VerilogWriter {
     if (const auto literal = asLiteral(function)) {
       return (literal->positive ? "posedge " : "negedge ") + names_[literal->net];
     }
-    const std::string name =
-        identifier(innerName(netlist_.nets[net].name + "_" + std::string(use)));
+    const std::string name = identifier(innerName(netlist_.nets[net].name, "_" + std::string(use)));
     out_ << "  wire " << name << " = " << text(function) << ";\n";
     edgeNames_[&function] = name;
     return "posedge " + name;
