@@ -15,6 +15,8 @@
 
 namespace {
 
+constexpr std::int64_t effort = 1'000'000;
+
 struct Sample {
   std::string text;
   std::vector<std::string> words;
@@ -50,14 +52,14 @@ std::string classOf(const Sample& sample, std::string& detail) {
   if (input.status != ostrel::Status::Ok) return "can't be read";
   std::vector<std::string> words = sample.words;
   const RunResult told = runWith(input.file, words);
-  const bool isToldProven = !told.written.empty() && judge(input.file, told).isProven;
+  const bool isToldProven = !told.written.empty() && judge(input.file, told, effort).isProven;
   words.emplace_back("--lossless");
   const RunResult lossless = runWith(input.file, words);
   if (lossless.written.empty()) {
     detail = reasonIn(lossless.log, "Error");
     return lossless.status == ostrel::Status::Ok ? "no columns" : "refused";
   }
-  const Judgement judgement = judge(input.file, lossless);
+  const Judgement judgement = judge(input.file, lossless, effort);
   detail = judgement.different;
   if (!detail.empty()) return "DIFFERENT";
   if (!judgement.isProven) return "undecided";
@@ -89,7 +91,8 @@ int main(int argc, char** argv) {
     std::string detail;
     const std::string name = classOf(sample, detail);
     ++counts[name];
-    if (!detail.empty()) std::cout << seed << ": " << name << ": " << detail << std::endl;
+    if (!detail.empty() || name == "undecided")
+      std::cout << seed << ": " << name << ": " << detail << std::endl;
   }
   for (const auto& [name, number] : counts) std::cout << number << " " << name << "\n";
   return counts.contains("DIFFERENT") || counts.contains("undecided") ? 1 : 0;

@@ -9,6 +9,7 @@
 
 #include "factor/divisors.h"
 #include "factor/merge.h"
+#include "support/sanitized.h"
 
 namespace ostrel {
 namespace {
@@ -128,6 +129,52 @@ TEST(Factor, AFunctionThatHasToBeCutPaysForTheCuts) {
     }
     expectSame(network, original);
   }
+}
+
+/// The covers with the literal in front of each cube.
+void addProducts(CubeList& sum, const CubeList& cover, std::size_t a, char va, std::size_t b,
+                 char vb) {
+  for (Cube cube : cover) {
+    cube.set(a, va);
+    cube.set(b, vb);
+    sum.push_back(cube);
+  }
+}
+
+TEST(Factor, AnAdderThatWasFlattenedFindsItsCarries) {
+  constexpr std::size_t bits = isSanitized ? 6 : 8;
+  Network network = {2 * bits, bits + 1, {}, 8};
+  CubeList carry;
+  CubeList none = {Cube()};
+  for (std::size_t i = 0; i < bits; ++i) {
+    const std::size_t a = i;
+    const std::size_t b = bits + i;
+    NetworkFunction& sum = network.functions.emplace_back();
+    sum.limit = 8;
+    addProducts(sum.on, carry, a, '0', b, '0');
+    addProducts(sum.on, carry, a, '1', b, '1');
+    addProducts(sum.on, none, a, '0', b, '1');
+    addProducts(sum.on, none, a, '1', b, '0');
+    CubeList next = {Cube()};
+    next.back().set(a, '1');
+    next.back().set(b, '1');
+    addProducts(next, carry, a, '1', b, '-');
+    addProducts(next, carry, a, '-', b, '1');
+    CubeList noNext = {Cube()};
+    noNext.back().set(a, '0');
+    noNext.back().set(b, '0');
+    addProducts(noNext, none, a, '0', b, '-');
+    addProducts(noNext, none, a, '-', b, '0');
+    carry = std::move(next);
+    none = std::move(noNext);
+  }
+  NetworkFunction& last = network.functions.emplace_back();
+  last.on = carry;
+  last.limit = 8;
+  const FactorLimits limits;
+  EXPECT_GT(costOf(network, limits), std::size_t{4} << bits);
+  ASSERT_TRUE(factor(network, limits));
+  EXPECT_LE(costOf(network, limits), 17 * bits);
 }
 
 TEST(Factor, DepthIsKept) {

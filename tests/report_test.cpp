@@ -34,7 +34,7 @@ TEST(Report, QuotesWhatNamesCanHold) {
   EXPECT_EQ(quotedJson("\xED\xA0\x80\xC0\xAF"), R"("\u00ed\u00a0\u0080\u00c0\u00af")");
 }
 
-constexpr const char* source =
+constexpr const char* designText =
     "#$ DATE  today\n#$ PINS 6 a b c M P R\n#$ NODES 1 N\n.i 3\n.o 5\n.type fr\n.ilb a b c\n"
     ".ob M P R.D R.C N\n.p 8\n100 111~1\n010 111~~\n001 ~1~1~\n111 11~~~\n011 00~~~\n"
     "101 00~~~\n000 ~0~~~\n110 ~0~~~\n.end\n";
@@ -51,7 +51,7 @@ void expectSaid(const std::string& line, const std::vector<std::string>& parts) 
 
 TEST(Report, SaysWhatWasDoneAndChangesNothing) {
   const std::string folder = makeFolder();
-  writeFile(folder + "/a.tt2", source);
+  writeFile(folder + "/a.tt2", designText);
   std::vector<std::string> words = {"ostrel", "-input", "a.tt2", "-xor", "-ck", "off"};
   const ProgramResult plain = runIn(folder, OSTREL_PROGRAM, words);
   const std::string output = readFile(folder + "/a.tt3");
@@ -59,7 +59,7 @@ TEST(Report, SaysWhatWasDoneAndChangesNothing) {
   EXPECT_EQ(runIn(folder, OSTREL_PROGRAM, words).exitCode, plain.exitCode);
   EXPECT_EQ(readFile(folder + "/a.tt3"), output);
   const std::string json = readFile(folder + "/a.json");
-  expectSaid(json, {sha256(source, 64), sha256(output, 64)});
+  expectSaid(json, {sha256(designText, 64), sha256(output, 64)});
   // Two OFF terms for three ON terms; a parity; a clock whose told set is empty; an idle node.
   expectSaid(lineOf(json, "M"),
              {R"("set": "off", "why": "smaller", "told_by": null, "on": 3, "off": 2)",
@@ -78,11 +78,11 @@ TEST(Report, SaysWhatWasDoneAndChangesNothing) {
 TEST(Report, NeverTakesThePlaceOfAnotherFile) {
   for (const std::string name : {"a.tt2", "a.tt3", "log", "folder/missing"}) {
     const std::string folder = makeFolder();
-    writeFile(folder + "/a.tt2", source);
+    writeFile(folder + "/a.tt2", designText);
     const ProgramResult run = runIn(folder, OSTREL_PROGRAM,
                                     {"ostrel", "-input", "a.tt2", "-log", "log", "--report", name});
     EXPECT_EQ(run.exitCode, 0);
-    EXPECT_EQ(readFile(folder + "/a.tt2"), source);
+    EXPECT_EQ(readFile(folder + "/a.tt2"), designText);
     EXPECT_EQ(readFile(folder + "/a.tt3").substr(0, 7), "#$ DATE");
     // A report in the log's place has won, since the log is opened with it in mind.
     EXPECT_EQ(run.err.find("failed to write " + name) == std::string::npos, name == "log");

@@ -27,13 +27,14 @@ struct RunResult {
 /// One run with these words.
 RunResult runWith(const ostrel::PlaFile& input, const std::vector<std::string>& words);
 
-/// What the verifier says of the result under the options of the last run.
+/// What the verifier says of the result under the options of the last run, within so many conflicts
+/// of its solver.
 struct Judgement {
   bool isProven = true;   ///< neither different nor undecided
   std::string different;  ///< the first difference; one that no told step explains if there is one
   bool isExplained = true;
 };
-Judgement judge(const ostrel::PlaFile& input, const RunResult& result);
+Judgement judge(const ostrel::PlaFile& input, const RunResult& result, std::int64_t effort);
 
 /// Runs `text` as the input file. Without effect if it can't be read or is no design.
 void runChecked(std::span<const std::uint8_t, optionBytes> options, const std::string& text);

@@ -90,7 +90,7 @@ int run(const Command& command, std::ostream& out, std::ostream& err) {
     const std::optional<std::string> text = readAll(name);
     if (!text) return fail(err, name + ": it can't be read");
     const std::string fault = faultInReport(*text);
-    if (!fault.empty()) return fail(err, name + ": " + fault);
+    if (!fault.empty()) return fail(err, std::string(name).append(": ").append(fault));
     texts.push_back(*text);
   }
   if (writeAll(command.page, makePage(texts), out)) return exitWritten;

@@ -1,3 +1,4 @@
+#include <exception>
 #include <iostream>
 #include <new>
 
@@ -11,6 +12,8 @@ int main(int argc, char* argv[]) {
                                       std::cerr);
   } catch (const std::bad_alloc&) {
     std::cerr << "ostrel-report: out of memory\n";
-    return 2;
+  } catch (const std::exception& fault) {
+    std::cerr << "ostrel-report: " << fault.what() << "\n";
   }
+  return 2;
 }

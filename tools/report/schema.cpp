@@ -74,7 +74,7 @@ class Check {
     for (const auto& [name, member] : value.items()) {
       std::string found;
       if (known.contains(name)) {
-        found = fault(member, known[name], place + "/" + name);
+        found = fault(member, known[name], std::string(place).append("/").append(name));
       } else if (others.is_object()) {
         found = fault(member, others, place + "/" + json(name).dump());
       } else if (!others.get<bool>()) {

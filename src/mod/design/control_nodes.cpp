@@ -23,26 +23,28 @@ namespace ostrel {
 namespace {
 
 /// The column through which a control function reads a node: the internal value where there is one.
-std::size_t controlColumn(Design& design, Signal& node) {
-  if (node.feedbackColumn >= 0) return static_cast<std::size_t>(node.feedbackColumn);
-  if (node.pinColumn >= 0) return static_cast<std::size_t>(node.pinColumn);
-  return design.addReadingColumn(node);
+int controlColumn(const Signal& node) {
+  return node.feedbackColumn >= 0 ? node.feedbackColumn : node.pinColumn;
 }
 
 /// Gives all candidates that have exactly the terms of the first one a node.
 void serve(Design& design, std::span<const Candidate> candidates) {
   const auto& [signal, equation] = candidates.front();
   const TermChain list = equation.onSet();
-  Signal* node = design.findEquivalent(equation);
+  Signal* node = design.findEquivalent(equation, controlColumn);
   if (node == nullptr) node = &design.createNodeFrom(list, signal.name);
-  const std::size_t column = controlColumn(design, *node);
+  const int known = controlColumn(*node);
+  const auto column = known >= 0 ? static_cast<std::size_t>(known) : design.addReadingColumn(*node);
   const Polarity told = node->inversionCount() == 1 ? Polarity::Inverted : Polarity::None;
   // The marks on the names needn't say in which sense the node has the function.
-  const Polarity polarity = options().lossless ? node->slot(SlotLogic)->polarity : told;
-  if (polarity != told) note({node->name, " is read in the sense of its function"});
+  const Polarity own = options().lossless ? node->slot(SlotLogic)->polarity : told;
+  bool isOwnTaken = false;
   for (const Candidate& candidate : candidates) {
-    candidate.equation.substituteNode(list, column, polarity, true);
+    const Polarity polarity = candidate.equation.isFree ? told : own;
+    const bool isTaken = candidate.equation.substituteNode(list, column, polarity, true);
+    isOwnTaken |= isTaken && polarity != told;
   }
+  if (isOwnTaken) note({node->name, " is read in the sense of its function"});
   assert(equation.onCount() == 1);
 }
 

@@ -10,13 +10,18 @@
 namespace ostrel {
 namespace {
 
-/// With --lossless true of a Signal whose value need not stand on its pin.
-bool canBeOff(const Signal& signal) {
+/// True if the column reads the Signal itself and not what stands on its pin.
+bool readsInside(const InputColumn& column) {
+  return column.extension != Extension::None && column.extension != Extension::PIN;
+}
+
+/// With --lossless true of a Signal whose value need not stand in the column, -1 for a new one. A
+/// node has no pin to be off.
+bool canBeOff(const Signal& signal, std::span<const InputColumn> columns, int column) {
   const Equation* enable = signal.slot(SlotOutputEnable);
-  if (!options().lossless || enable == nullptr) return false;
-  Equation once = *enable;
-  once.dropRepeatedTerms();
-  if (once.isConstant(Constant::One)) return false;
+  if (!options().lossless || enable == nullptr || enable->isEmpty() || signal.isNode) return false;
+  if (column >= 0 && readsInside(columns[static_cast<std::size_t>(column)])) return false;
+  if (enable->mayBe(Constant::One, PlaType::f)) return false;
   note({signal.name, " can be off and serves no other function"});
   return true;
 }
@@ -28,11 +33,11 @@ Signal* Design::find(std::string_view name) const {
   return found == names_.end() ? nullptr : found->second;
 }
 
-Signal* Design::findEquivalent(const Equation& equation) const {
+Signal* Design::findEquivalent(const Equation& equation, ColumnChoice columnOf) const {
   const auto serves = [&](const Signal* signal) {
     const Equation* logic = signal->slot(SlotLogic);
     return signal->isCombinatorial() && logic != nullptr && logic->sameFunction(equation) &&
-           !canBeOff(*signal);
+           !canBeOff(*signal, columns_, columnOf(*signal));
   };
   const auto found = std::ranges::find_if(logic_, serves);
   return found == logic_.end() ? nullptr : *found;

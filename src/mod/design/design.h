@@ -42,8 +42,12 @@ class Design {
   /// The Signal of a name, case ignored, or null.
   Signal* find(std::string_view name) const;
 
-  /// The first combinatorial Signal of logic() whose SlotLogic has the function, or null.
-  Signal* findEquivalent(const Equation& equation) const;
+  /// Which column a reader of a Signal would take, or -1 for a new one.
+  using ColumnChoice = int (*)(const Signal&);
+
+  /// The first combinatorial Signal of logic() whose SlotLogic has the function, or null; with
+  /// --lossless none whose value needn't stand in the column that is read.
+  Signal* findEquivalent(const Equation& equation, ColumnChoice columnOf) const;
 
   /// A new Signal at the end, without logic; null if its name is taken.
   Signal* declare(const PlaName& record, bool isNode);

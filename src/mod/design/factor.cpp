@@ -120,6 +120,7 @@ struct Copy {
       Signal& signal = *copied.declare(record, false);
       signal.registerType = original.registerType;
       if (isInitialized(original)) signal.makeEquation(SlotReset).makeConstant(true);
+      signal.keepsSense = original.keepsSense;
       copy(design, original, member.slot, signal);
       if (member.slot == SlotXorRight) copy(design, original, SlotXorLeft, signal);
       members.push_back({&signal, member.slot});

@@ -16,46 +16,21 @@
 
 #include "design/passes.h"
 #include "run/heart.h"
-#include "run/log.h"
-#include "run/options.h"
 
 namespace ostrel {
 
-namespace {
-
-/// The readers by the supports, or by both sets as well.
-Readers countBy(Design& design, bool withSets) {
+Readers countReaders(Design& design) {
+  heartMsg();
   Readers readers(design.columns().size(), 0);
   for (const Signal* reader : design.logic()) {
     ColumnSet read;
-    const auto markColumns = [&](Equation& equation) {
-      equation.markUsedColumns(read);
-      if (!withSets) return;
-      markUsedColumns(equation.onSet(), design.terms(), read);
-      markUsedColumns(equation.offSet(), design.terms(), read);
-    };
-    for (Equation* equation : reader->mainEquations()) markColumns(*equation);
+    for (Equation* equation : reader->mainEquations()) equation->markUsedColumns(read);
     for (const Slot index : controlSlots) {
-      if (reader->slot(index) != nullptr) markColumns(*reader->slot(index));
+      if (reader->slot(index) != nullptr) reader->slot(index)->markUsedColumns(read);
     }
     read.forEach([&readers](std::size_t column) { ++readers[column]; });
   }
   return readers;
-}
-
-}  // namespace
-
-Readers countReaders(Design& design) {
-  heartMsg();
-  Readers readers = countBy(design, false);
-  if (!options().lossless) return readers;
-  const Readers all = countBy(design, true);
-  for (const auto& signal : design.signals()) {
-    if (signal->isNode && fanoutOf(*signal, all) != fanoutOf(*signal, readers)) {
-      note({signal->name, " is read by sets that may not be kept, and stays for them"});
-    }
-  }
-  return all;
 }
 
 int fanoutOf(const Signal& signal, const Readers& readers) {
@@ -63,6 +38,35 @@ int fanoutOf(const Signal& signal, const Readers& readers) {
   int count = 0;
   for (const std::size_t column : signal.columns) count += readers[column];
   return count;
+}
+
+ColumnSet columnsThatMatter(const Design& design, std::unordered_set<const Signal*> passive) {
+  std::vector<const Signal*> open;  // whose sets weren't looked at
+  for (const auto& signal : design.signals()) {
+    if (!passive.contains(signal.get())) open.push_back(signal.get());
+  }
+  ColumnSet all;
+  while (!open.empty()) {
+    const Signal* reader = open.back();
+    open.pop_back();
+    ColumnSet read;
+    for (const Slot slot : allSlots) {
+      const Equation* equation = reader->slot(slot);
+      if (equation == nullptr || equation->isFree) continue;
+      markUsedColumns(equation->onSet(), design.terms(), read);
+      markUsedColumns(equation->offSet(), design.terms(), read);
+    }
+    read.forEach([&](std::size_t column) {
+      all.insert(column);
+      const Signal* signal = design.columns()[column].signal;
+      if (passive.erase(signal) > 0) open.push_back(signal);
+    });
+  }
+  return all;
+}
+
+bool readsAny(const ColumnSet& columns, const Signal& signal) {
+  return std::ranges::any_of(signal.columns, [&](std::size_t c) { return columns.contains(c); });
 }
 
 void computeSupports(Design& design) {

@@ -1,15 +1,26 @@
 // The two ends of a run that loses nothing; what stands between asks logic/lossless.h.
 #include "logic/lossless.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "design/passes.h"
+#include "logic/kept_sets.h"
 #include "run/log.h"
 #include "run/options.h"
 
 namespace ostrel {
 
-void completeFunctions(Design& design) {
+bool hasFixedInits(const Design& design) {
+  return std::ranges::any_of(design.signals(), [](const auto& s) { return hasFixedInit(*s); });
+}
+
+void completeFunctions(Design& design, const Names& fixed) {
   if (!options().lossless) return;
-  for (const auto& signal : design.signals()) complete(*signal, design.type);
+  for (const auto& signal : design.signals()) {
+    signal->keepsSense = fixed.contains(signal->name);
+    complete(*signal, design.type);
+  }
   design.listLogic();
   computeSupports(design);
 }
@@ -26,9 +37,14 @@ Status settleFunctions(Design& design) {
     }
     logic->polarity = Polarity::None;
   }
+  std::unordered_set<const Signal*> nodes;
+  for (const auto& signal : design.signals()) {
+    if (signal->isNode && signal->isCombinatorial()) nodes.insert(signal.get());
+  }
+  const ColumnSet read = columnsThatMatter(design, std::move(nodes));
   Status status = Status::Ok;
   for (Signal* signal : design.logic()) {
-    if (settle(*signal) != Status::Ok) status = Status::Failed;
+    if (settle(*signal, readsAny(read, *signal)) != Status::Ok) status = Status::Failed;
   }
   return status;
 }

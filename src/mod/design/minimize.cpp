@@ -18,7 +18,7 @@ namespace {
 /// The sets that later steps may keep of a slot. The layout of a pair weighs both of each half.
 WantedSets wantedSets(const Signal& signal, Slot slot) {
   if (slot == SlotXorLeft || slot == SlotXorRight) return WantedSets::Both;
-  switch (keptSet(signal, slot)) {
+  switch (toldSet(signal, slot)) {
     case SetSelector::On:
       return WantedSets::On;
     case SetSelector::Off:

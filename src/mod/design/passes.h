@@ -2,6 +2,8 @@
 // runs them. Each looks at the options that concern it; without them it leaves the design alone.
 #pragma once
 
+#include <string>
+#include <unordered_set>
 #include <vector>
 
 #include "design/design.h"
@@ -21,8 +23,15 @@ Status checkLogic(Design& design);
 
 // ---- lossless.cpp: nothing without --lossless ----
 
-/// Brings every function into a form that no later step gives up.
-void completeFunctions(Design& design);
+/// Names of Signals.
+using Names = std::unordered_set<std::string>;
+
+/// Brings every function into a form that no later step gives up. The named Signals keep their
+/// sense.
+void completeFunctions(Design& design, const Names& fixed);
+
+/// True if the design has Signals whose set and reset can't follow an inversion.
+bool hasFixedInits(const Design& design);
 
 /// Lets set and reset follow the polarity, and the columns say the register types. Failed, with
 /// messages, where that can't be done.
@@ -47,6 +56,13 @@ Readers countReaders(Design& design);
 /// How often a Signal is read: once for each reader and column.
 int fanoutOf(const Signal& signal, const Readers& readers);
 
+/// The columns that the sets read, apart from sets that may be anything and from those of the
+/// Signals in `passive` that are not read themselves.
+ColumnSet columnsThatMatter(const Design& design, std::unordered_set<const Signal*> passive);
+
+/// True if a column of the Signal is there.
+bool readsAny(const ColumnSet& columns, const Signal& signal);
+
 /// Works out the supports of the logic, control functions apart, where there is none.
 void computeSupports(Design& design);
 
@@ -55,7 +71,8 @@ void computeSupports(Design& design);
 /// Drops, with a warning, what is declared but stands in no column of the file.
 void removeUnusedSignals(Design& design);
 
-/// Drops, with a warning, the combinatorial nodes that nothing reads.
+/// Drops, with a warning, the combinatorial nodes that nothing reads. With --lossless a literal in
+/// a set counts too, if its Signal stays.
 void removeDeadNodes(Design& design, const Readers& readers);
 
 // ---- xor.cpp ----

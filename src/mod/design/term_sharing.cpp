@@ -204,7 +204,10 @@ bool TermSharing::shareOneGroup() {
 void TermSharing::extractShared(std::span<const CandidateId> level, std::span<const Term> group) {
   Equation shared(design_.terms());
   for (const Term term : group) shared.addOnTerm(term);
-  Signal* node = design_.findEquivalent(shared);
+  const auto firstColumn = [](const Signal& signal) {
+    return signal.columns.empty() ? -1 : static_cast<int>(signal.columns.front());
+  };
+  Signal* node = design_.findEquivalent(shared, firstColumn);
   const bool isNew = node == nullptr;
   if (isNew) node = &design_.createNodeFrom(group, "com");
   const std::size_t column =

@@ -6,6 +6,7 @@
 
 #include "design/passes.h"
 #include "run/log.h"
+#include "run/options.h"
 
 namespace ostrel {
 
@@ -26,6 +27,20 @@ void removeUnusedSignals(Design& design) {
   design.remove(orphans);
 }
 
+namespace {
+
+/// Takes out of `dead` what a set of a Signal that stays reads; supports needn't show that.
+void keepWhatSetsRead(const Design& design, std::vector<Signal*>& dead) {
+  const ColumnSet read = columnsThatMatter(design, {dead.begin(), dead.end()});
+  std::erase_if(dead, [&read](const Signal* signal) {
+    if (!readsAny(read, *signal)) return false;
+    note({signal->name, " is read by a set that is kept, and stays"});
+    return true;
+  });
+}
+
+}  // namespace
+
 void removeDeadNodes(Design& design, const Readers& readers) {
   std::vector<Signal*> dead;
   for (const auto& signal : design.signals()) {
@@ -33,6 +48,7 @@ void removeDeadNodes(Design& design, const Readers& readers) {
       dead.push_back(signal.get());
     }
   }
+  if (options().lossless && !dead.empty()) keepWhatSetsRead(design, dead);
   for (const Signal* signal : dead) warning({signal->name, " is being removed"});
   design.remove(dead);
 }

@@ -1,5 +1,8 @@
 // Exclusive-or pairs, Signal by Signal: those of the file are laid out, new ones are looked for
 // before and after splitting, and at the end each pair is turned around for the device.
+#include <algorithm>
+#include <optional>
+
 #include "design/passes.h"
 #include "logic/kept_sets.h"
 #include "logic/xor_operands.h"
@@ -16,15 +19,17 @@ void orderXorPairs(Design& design) {
 
 namespace {
 
-/// With --lossless true of what was cut in its inverted form and would have to keep the other one.
-bool wouldWiden(const Signal& signal) {
-  const Equation* logic = signal.slot(SlotLogic);
-  if (!options().lossless || logic == nullptr || logic->polarity != Polarity::Inverted ||
-      logicSelector(signal) != SetSelector::On) {
-    return false;
+/// With --lossless brings what was cut in its inverted form back to that, where it would have to
+/// keep the other one and is too wide in it.
+void keepCut(Signal& signal, const std::optional<Equation>& before) {
+  Equation* logic = signal.slot(SlotLogic);
+  const bool hasTurned = before && logic != nullptr && logic->polarity != before->polarity;
+  if (!options().lossless || !hasTurned || logicSelector(signal) != SetSelector::On ||
+      logic->onCount() <= std::max(options().splitMax, before->onCount())) {
+    return;
   }
+  *logic = *before;
   note({signal.name, " keeps its inverted set, which was cut"});
-  return true;
 }
 
 }  // namespace
@@ -37,9 +42,13 @@ void synthesizeXor(Design& design, XorTurn turn) {
     if (signal->registerType == RegisterType::REG_T && opts.noXorOnT) continue;
     if (signal->hasXorPair() || (turn == XorTurn::NewLogic && signal->xorTried)) continue;
     signal->xorTried = true;
-    if (turn == XorTurn::NewLogic && wouldWiden(*signal)) continue;
+    std::optional<Equation> before;
+    if (turn == XorTurn::NewLogic && options().lossless && signal->slot(SlotLogic) != nullptr) {
+      before = *signal->slot(SlotLogic);
+    }
     const bool isWide = opts.minimize != MinimizeEffort::None && diligence.isLeft();
     isWide ? synthesizeXorWidely(*signal, diligence) : synthesizeXor(*signal);
+    keepCut(*signal, before);
   }
 }
 

@@ -62,6 +62,15 @@ bool Equation::exceedsLimit(std::size_t columns, std::size_t terms) {
   return columns * columns * terms > complexityLimit;
 }
 
+bool Equation::mayBe(Constant constant, PlaType type) const {
+  const bool isOn = (constant == Constant::One) != (polarity == Polarity::Inverted);
+  const bool isListedOn = (type == PlaType::f || type == PlaType::fd) && offSet_.empty();
+  if (isListedOn && !isOn) return onSet_.empty();
+  const TermChain others = isListedOn ? TermChain{terms_->term(Cube())} : isOn ? offSet_ : onSet_;
+  Effort effort(questionEffort);
+  return isCoveredBy(others, isOn ? onSet_ : offSet_, *terms_, effort);
+}
+
 bool Equation::isTooComplex() const {
   return exceedsLimit(supportColumns().size(), onSet_.size() + offSet_.size());
 }

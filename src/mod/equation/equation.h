@@ -50,6 +50,9 @@ class Equation {
   XorHalf xorRole = XorHalf::None;
   char phase = '1';  ///< of the output column, written back with it
 
+  /// --lossless found that the rows leave every point open: any function is right.
+  bool isFree = false;
+
   // ---- reading ----
 
   /// Fills the Equation from output column `column` of the file, whose rows gave `sets`. A percent
@@ -83,6 +86,11 @@ class Equation {
 
   /// True if some term of the ON set has no literal.
   bool onHoldsUniversal() const;
+
+  /// True if the constant, which is One or Zero, is proven to be a choice that the rows of a file
+  /// of this type leave: no point wants the other one. Rows that contradict each other want
+  /// nothing.
+  bool mayBe(Constant constant, PlaType type) const;
 
   /// True if the square of the columns in use times the terms of both sets passes 4096: then no
   /// missing set is worked out. The columns are those of the support, and without one there are

@@ -9,7 +9,7 @@ namespace ostrel {
 namespace {
 
 // Counted in pairs of cubes and in products of trials; found by trying them on real circuits.
-constexpr std::size_t pairSteps = 1'000'000;
+constexpr std::size_t pairSteps = 8'000'000;
 constexpr std::size_t mergeSteps = 220'000;
 
 }  // namespace

@@ -14,7 +14,6 @@
 #include "factor/merge.h"
 
 #include <algorithm>
-#include <cassert>
 #include <optional>
 #include <utility>
 
@@ -25,15 +24,17 @@ namespace {
 
 constexpr std::size_t maxProducts = 400;  // of a trial; more hardly ever come down to a limit
 
-/// The function of the cubes, minimised. `isOff`: the cubes are those of its complement.
-void setCovers(NetworkFunction& function, CubeList cubes, bool isOff, Thoroughness thoroughness) {
+/// The function of the cubes, minimised. `isOff`: the cubes are those of its complement. False,
+/// with nothing changed, where its own cover is out of reach then: every function has one.
+bool setCovers(NetworkFunction& function, CubeList cubes, bool isOff, Thoroughness thoroughness) {
   MinimizedFunction result =
       minimize({std::move(cubes), {}, {}}, WantedSets::Smaller, thoroughness);
   if (isOff) std::swap(result.on, result.off);
-  assert(!isOff || result.off.state != CoverState::Unknown);
+  if (result.on.state == CoverState::Unknown) return false;
   function.on = std::move(result.on.cubes);
   function.off = std::move(result.off.cubes);
   function.hasOff = result.off.state != CoverState::Unknown;
+  return true;
 }
 
 class Merging {
@@ -120,7 +121,7 @@ class Merging {
     }
     effort_.spend(products.size() + 20);
     NetworkFunction result = reader;
-    setCovers(result, std::move(products), isOff, Thoroughness::Trial);
+    if (!setCovers(result, std::move(products), isOff, Thoroughness::Trial)) return std::nullopt;
     return result;
   }
 

@@ -72,6 +72,7 @@ void copyLogic(const Signal& source, Signal& reader) {
     equation.extension = oldExtension;
     equation.xorRole = role;
     equation.phase = '1';
+    equation.isFree = false;  // the reader has the value that the source chooses
     return &equation;
   };
   Equation* logic = copy(SlotLogic, XorHalf::None);

@@ -1,5 +1,6 @@
 #include "logic/kept_sets.h"
 
+#include "run/log.h"
 #include "run/options.h"
 
 namespace ostrel {
@@ -48,16 +49,34 @@ bool isMissing(const Equation& equation, SetSelector set) {
 SetSelector keptSet(const Signal& signal, Slot slot) {
   const SetSelector told = toldSet(signal, slot);
   if (!options().lossless || !isMissing(*signal.slot(slot), told)) return told;
+  if (slot == SlotOutputEnable && signal.enableMayGo) return told;
   return told == SetSelector::On ? SetSelector::Off : SetSelector::On;
+}
+
+void completeSet(Signal& signal, Slot slot) {
+  Equation& equation = *signal.slot(slot);
+  const SetSelector told = toldSet(signal, slot);
+  const bool isHalf = slot == SlotXorLeft || slot == SlotXorRight;  // their layout sees to that
+  if (!options().lossless || signal.setsChosen || isHalf) return;
+  if (slot == SlotOutputEnable && signal.enableMayGo) return;
+  if (equation.isConstant(Constant::Either) || !isMissing(equation, told)) return;
+  const bool isDone = equation.reduce(SetSelector::Both);
+  if (isDone && isMissing(equation, told)) equation.makeConstant(told == SetSelector::Off);
+  note({signal.name, extensionText(equation.extension),
+        isDone ? " has its missing set worked out" : " has no other set"});
 }
 
 bool isInitialized(const Signal& signal) {
   return signal.slot(SlotReset) != nullptr || signal.slot(SlotSet) != nullptr;
 }
 
-bool mayInvert(const Signal& signal) {
+bool hasFixedInit(const Signal& signal) {
   const Options& opts = options();
-  return !opts.lossless || !opts.ffBeforeInverter || opts.swapSetReset || !isInitialized(signal);
+  return opts.lossless && opts.ffBeforeInverter && !opts.swapSetReset && isInitialized(signal);
+}
+
+bool mayInvert(const Signal& signal) {
+  return !signal.keepsSense || !hasFixedInit(signal);
 }
 
 }  // namespace ostrel

@@ -1,5 +1,6 @@
 #include "logic/lossless.h"
 
+#include <algorithm>
 #include <optional>
 #include <utility>
 
@@ -35,29 +36,6 @@ void completePair(Signal& signal) {
   }
   signal.setSlot(SlotLogic, std::move(plain));
   note({signal.name, " has one XOR half, which is its plain function"});
-}
-
-/// An enable that is 1 everywhere, or may be because no row says 0, says nothing.
-bool canBeAlwaysOn(const Equation& equation, PlaType type) {
-  if (equation.polarity == Polarity::Inverted || equation.isEmpty()) return false;
-  const bool leavesOpen = type == PlaType::fr || type == PlaType::fdr;
-  return (leavesOpen && equation.offSet().empty()) || equation.onHoldsUniversal();
-}
-
-/// Works out a set that has to be kept and isn't there.
-void completeSet(Signal& signal, Slot slot, PlaType type) {
-  Equation& equation = *signal.slot(slot);
-  const SetSelector told = toldSet(signal, slot);
-  const bool isEnable = slot == SlotOutputEnable && told == SetSelector::Off;
-  if (isEnable && canBeAlwaysOn(equation, type)) {
-    note({signal.name, extensionText(equation.extension), " is always on and goes"});
-    return signal.deleteSlot(slot);
-  }
-  if (equation.isConstant(Constant::Either) || !isMissing(equation, told)) return;
-  const bool isDone = equation.reduce(SetSelector::Both);
-  if (isDone && isMissing(equation, told)) equation.makeConstant(told == SetSelector::Off);
-  note({signal.name, extensionText(equation.extension),
-        isDone ? " has its missing set worked out" : " has no other set"});
 }
 
 /// The extension that says a type at the main function.
@@ -157,18 +135,26 @@ void complete(Signal& signal, PlaType type) {
     note({signal.name, extensionText(equation->extension), " is empty and written as 0"});
   }
   completePair(signal);
-  for (const Slot slot : allSlots) {  // the layout of a pair looks after its halves
-    const bool isHalf = slot == SlotXorLeft || slot == SlotXorRight;
-    if (!isHalf && signal.slot(slot) != nullptr) completeSet(signal, slot, type);
+  for (const Slot slot : allSlots) {
+    Equation* equation = signal.slot(slot);
+    if (equation == nullptr) continue;
+    equation->isFree =
+        equation->mayBe(Constant::Zero, type) && equation->mayBe(Constant::One, type);
   }
+  const Equation* enable = signal.slot(SlotOutputEnable);
+  signal.enableMayGo = enable != nullptr && enable->mayBe(Constant::One, type);
   if (!mayInvert(signal)) note({signal.name, " keeps its sense, which set and reset depend on"});
   signal.startsInverted = isInverted(signal);
 }
 
-Status settle(Signal& signal) {
+Status settle(Signal& signal, bool isRead) {
   const bool hasTurned = hasMain(signal) && isInverted(signal) != signal.startsInverted;
-  if (options().ffBeforeInverter && isInitialized(signal) && hasTurned != signal.initSwapped) {
+  const Equation* logic = signal.slot(SlotLogic);
+  const bool isEitherSense = !isRead && signal.isNode && logic != nullptr && logic->isFree;
+  const bool hasInit = options().ffBeforeInverter && isInitialized(signal) && !isEitherSense;
+  if (hasInit && hasTurned != signal.initSwapped) {
     if (!options().swapSetReset) {
+      signal.keepsSense = true;  // as it had to from the start
       error({signal.name, " is inverted, and its set and reset may not follow"});
       return Status::Failed;
     }

@@ -12,13 +12,14 @@
 
 namespace ostrel {
 
-/// Brings what was read into a form that no later choice can lose: a half alone becomes
-/// the plain function, and a set that has to be kept and isn't there is worked out.
+/// Brings what was read into a form that no later choice can lose: a half alone becomes the plain
+/// function. Sees which columns may go, as long as the rows are at hand.
 void complete(Signal& signal, PlaType type);
 
 /// Lets set and reset follow what has become of the polarity since complete(), and gives the
 /// columns extensions that are read back as the Signal's type. Failed, with a message, if there are
-/// none.
-Status settle(Signal& signal);
+/// none, or if set and reset may not follow, which then shows in keepsSense. `isRead` says whether
+/// somebody reads the Signal to whom its sense matters.
+Status settle(Signal& signal, bool isRead);
 
 }  // namespace ostrel

@@ -11,6 +11,7 @@ namespace {
 
 /// True if the set that was kept is the inverse one.
 bool keepSet(Signal& signal, Slot slot) {
+  completeSet(signal, slot);
   const SetSelector kept = keptSet(signal, slot);
   if (kept != toldSet(signal, slot)) {
     note({signal.name, extensionText(signal.slot(slot)->extension), " keeps the set that it has"});
@@ -65,6 +66,7 @@ void choosePolarity(Signal& signal) {
   for (const Slot index : std::span(allSlots).subspan(SlotXorLeft)) {
     if (signal.slot(index) != nullptr) keepSet(signal, index);
   }
+  signal.setsChosen = true;
 }
 
 void normalizePolarity(Signal& signal) {

@@ -64,6 +64,9 @@ class Signal {
   void noteNewLogic() { reduced = xorTried = false; }
   bool initSwapped = false;     ///< set and reset have changed places, an odd number of times
   bool controlsFirst = false;   ///< the columns of the controls stand in front of the others
+  bool setsChosen = false;      ///< each Equation has been told once which set it keeps
+  bool enableMayGo = false;     ///< --lossless found that the pin may as well be on always
+  bool keepsSense = false;      ///< --lossless found that set and reset can't follow an inversion
   bool startsInverted = false;  ///< the sense in which --lossless found the data
 
   // ---- slots ----

@@ -35,4 +35,8 @@ inline constexpr std::size_t scanLimit = 32;
 /// hand.
 inline constexpr std::size_t effortOfOne = std::size_t{1} << 31U;
 
+/// The most steps for the question whether a function may be a constant. It is asked of every
+/// control function, and where it stays open the function is kept.
+inline constexpr std::size_t questionEffort = std::size_t{1} << 22U;
+
 }  // namespace ostrel

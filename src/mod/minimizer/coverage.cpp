@@ -38,7 +38,6 @@ void Coverage<C>::reset(std::size_t width) {
   blocks_ = std::max<std::size_t>((width + 63) / 64, 1);
   assert(blocks_ == blocks());
   rows_.clear();
-  isGone_.clear();
   seen_.resize(blocks_);
   settled_.resize(blocks_);
 }
@@ -50,7 +49,12 @@ void Coverage<C>::add(const C& cube) {
     const Cube::Block b = cube.block(i);
     rows_.push_back({b.value, b.care ^ b.value});
   }
-  isGone_.push_back(0);
+}
+
+template <PackedCube C>
+void Coverage<C>::remove(std::size_t number) {
+  const auto begin = rows_.begin() + static_cast<std::ptrdiff_t>(number * blocks());
+  std::fill_n(begin, blocks(), Literals{~Word{0}, ~Word{0}});
 }
 
 template <PackedCube C>
@@ -79,17 +83,26 @@ bool Coverage<C>::ask(const C& cube, std::size_t number) {
   open_.clear();
   begins_.assign(1, 0);
   columns_.clear();
-  for (std::size_t i = 0; i < blocks(); ++i) columns_.push_back(~cube.block(i).care);
-  for (std::uint32_t other = 0; other < isGone_.size(); ++other) {
-    if (other == number || isGone_[other] != 0) continue;
+  for (std::size_t i = 0; i < blocks(); ++i) {
+    const Cube::Block b = cube.block(i);
+    columns_.push_back(~b.care);
+    settled_[i] = {b.care ^ b.value, b.value};
+  }
+  const auto isGone = [](Literals row) { return (row.ones & row.zeros) != 0; };
+  // Most cubes are apart, and mostly by their first block: that alone has to be fast.
+  const bool isUniversal = widthOf(cube) == 0;
+  const Literals opposite = settled_.front();
+  const Literals* const end = rows_.data() + rows_.size();
+  std::uint32_t other = 0;
+  for (const Literals* first = rows_.data(); first != end; first += blocks(), ++other) {
+    if (first->meets(opposite) || other == number) continue;
     bool isApart = false;
-    Word left = 0;
-    for (std::size_t i = 0; i < blocks(); ++i) {
-      const Cube::Block b = cube.block(i);
-      isApart |= row(other)[i].meets({b.care ^ b.value, b.value});
-      left |= row(other)[i].any() & ~b.care;
+    Word left = first->any() & columns_.front();
+    for (std::size_t i = 1; i < blocks(); ++i) {
+      isApart |= first[i].meets(settled_[i]);
+      left |= first[i].any() & columns_[i];
     }
-    if (isApart) continue;
+    if (isApart || (isUniversal && isGone(*first))) continue;
     if (left == 0) return true;
     open_.push_back(other);
   }

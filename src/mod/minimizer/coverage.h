@@ -22,8 +22,9 @@ class Coverage {
   /// Adds a cube; its number is the count of those that were added before.
   void add(const C& cube);
 
-  /// Takes the cube of a number out.
-  void remove(std::size_t number) { isGone_[number] = 1; }
+  /// Takes the cube of a number out, by giving it every literal in both senses: it is apart from
+  /// all that have one.
+  void remove(std::size_t number);
 
   /// True if every point of `cube`, which has this number, lies in another cube of the list. Each
   /// pass over the cubes of a question spends a step for each block of them; false, whatever the
@@ -59,7 +60,6 @@ class Coverage {
   std::pair<std::size_t, Word> columnToSplit();
 
   std::vector<Literals> rows_;  // the blocks of each cube, one cube behind the other
-  std::vector<std::uint8_t> isGone_;
   std::size_t blocks_ = 1;
 
   // The open questions, one behind the other: are these cubes, looked at in these columns only,

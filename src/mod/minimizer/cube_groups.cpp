@@ -99,16 +99,25 @@ bool CubeGroups<C>::mayHaveTwins(const Group& group) {
 
 template <PackedCube C>
 void CubeGroups<C>::dropDuplicatesOf(Group& group) {
-  if (group.size() < 2) return;
-  FirstPartner<C, SameCube> earlier(group, 0, scratch_);
-  bool hasCopies = false;
+  const bool isLong = group.size() > scanLimit;
+  HashIndex& index = scratch_.index;
+  if (isLong) index.reset(group.size());
+  std::size_t kept = 0;
   for (std::size_t i = 0; i < group.size(); ++i) {
-    const bool isCopy = earlier.of(group[i]) != earlier.none;
-    earlier.enterUpTo(i + 1);
-    if (isCopy) earlier.withdraw(i);
-    hasCopies |= isCopy;
+    const auto isSame = [&](std::size_t k) { return group[k] == group[i]; };
+    const std::uint64_t key = isLong ? literalHash(group[i]) : 0;
+    std::size_t k = 0;
+    if (isLong) {
+      if (index.find(key, isSame) != HashIndex::none) continue;
+      index.add(key);
+    } else {
+      while (k < kept && !isSame(k)) ++k;
+      if (k < kept) continue;
+    }
+    if (kept != i) group[kept] = std::move(group[i]);
+    ++kept;
   }
-  if (hasCopies) eraseGone(group);
+  group.resize(kept);
 }
 
 template <PackedCube C>

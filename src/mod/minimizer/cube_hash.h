@@ -25,8 +25,12 @@ struct HashFactors {
   std::uint64_t value;
 };
 
+/// Those of the first block, the only one of nearly all cubes: drawn once.
+inline const HashFactors firstHashFactors = {hashFactor(0), hashFactor(1)};
+
 /// Drawn from the secret by the block's number, so that blocks cannot stand in for one another.
 inline HashFactors hashFactors(std::size_t block) {
+  if (block == 0) return firstHashFactors;
   return {hashFactor(2 * block), hashFactor(2 * block + 1)};
 }
 

@@ -29,18 +29,6 @@ struct ByLiterals {
   }
 };
 
-/// The partner is the same cube.
-struct SameCube : ByLiterals {
-  template <PackedCube C>
-  static bool holds(const C& cube, const C& partner) {
-    return cube == partner;
-  }
-  template <PackedCube C, class Visit>
-  static void forEachKey(const C& cube, Visit visit) {
-    visit(literalHash(cube));
-  }
-};
-
 /// The partner differs in one literal, which has the other sense there.
 struct Neighbour : ByLiterals {
   template <PackedCube C>

@@ -5,6 +5,7 @@
 
 #include "minimizer/column_map.h"
 #include "minimizer/cover_bound.h"
+#include "minimizer/coverage.h"
 #include "minimizer/cube_list.h"
 #include "minimizer/sum_of_products.h"
 
@@ -62,6 +63,15 @@ bool sameTerms(std::span<const Term> a, std::span<const Term> b) {
     return copy;
   };
   return sorted(a) == sorted(b);
+}
+
+bool isCoveredBy(std::span<const Term> chain, std::span<const Term> cover, const TermTable& terms,
+                 Effort& effort) {
+  Coverage<Cube> coverage;
+  coverage.reset(terms.width());
+  for (const Term term : cover) coverage.add(terms.cube(term));
+  return std::ranges::all_of(
+      chain, [&](Term term) { return coverage.isCovered(terms.cube(term), cover.size(), effort); });
 }
 
 TermChain minimizeChain(std::span<const Term> chain, TermTable& terms) {

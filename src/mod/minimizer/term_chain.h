@@ -39,6 +39,11 @@ TermChain minimizeChain(std::span<const Term> chain, TermTable& terms);
 std::optional<TermChain> complementChain(std::span<const Term> chain, TermTable& terms,
                                          Effort& effort);
 
+/// True if every point of the terms of `chain` lies in `cover`; false, whatever the answer would
+/// be, where that takes more than the effort.
+bool isCoveredBy(std::span<const Term> chain, std::span<const Term> cover, const TermTable& terms,
+                 Effort& effort);
+
 /// True if complementChain is proven to give `count` terms or more; false says nothing.
 bool complementHasAtLeast(std::size_t count, std::span<const Term> chain, const TermTable& terms);
 

@@ -74,6 +74,7 @@ Listener& listener() {
 }
 
 void sendLine(unsigned mask, std::string_view mark, std::string_view kind, Parts parts) {
+  if (channels().pauses > 0) return;
   std::string text;
   append(text, parts);
   message(mask, {mark, toolTag, ": ", text, "\n"});

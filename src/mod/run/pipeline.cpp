@@ -2,7 +2,9 @@
 
 #include <array>
 
+#include "logic/kept_sets.h"
 #include "run/heart.h"
+#include "run/log.h"
 
 namespace ostrel {
 namespace {
@@ -12,12 +14,40 @@ struct Step {
   void (*take)(Run&);
 };
 
+constexpr std::string_view settling = "settle functions";
+
+/// Whether a register whose set and reset can't follow comes out inverted is known at the end only,
+/// since two inversions cancel. So the steps are taken for nobody, until none does that needn't.
+Names sensesToKeep(const PlaFile& source) {
+  constexpr int trials = 4;  // each keeps more senses than the one before; almost all need two
+  Names fixed;
+  for (int trial = 0;; ++trial) {
+    const LogPause pause;
+    Run run(source);
+    run.isTrial = true;
+    run.fixed = fixed;
+    runPipeline(run, settling);
+    for (const auto& signal : run.design.signals()) {
+      const bool isLast = trial == trials && hasFixedInit(*signal);
+      if (signal->keepsSense || isLast) fixed.insert(signal->name);
+    }
+    if (fixed.size() == run.fixed.size() || trial == trials) return fixed;
+  }
+}
+
+void completeFunctions(Run& run) {
+  const std::string_view step = currentStep();
+  if (!run.isTrial && hasFixedInits(run.design)) run.fixed = sensesToKeep(run.design.source());
+  setCurrentStep(step);
+  completeFunctions(run.design, run.fixed);
+}
+
 // Every step is taken on every run; each pass looks at the options that concern it. The order is
 // part of the output.
 constexpr std::array<Step, 24> steps = {{
     {firstStep, [](Run& run) { run.status = build(run.design); }},
     {"check logic", [](Run& run) { run.status = checkLogic(run.design); }},
-    {"complete functions", [](Run& run) { completeFunctions(run.design); }},
+    {"complete functions", completeFunctions},
     {"minimize functions", [](Run& run) { minimizeFunctions(run.design); }},
     {"remove unused signals", [](Run& run) { removeUnusedSignals(run.design); }},
     {"order XOR pairs", [](Run& run) { orderXorPairs(run.design); }},
@@ -40,7 +70,7 @@ constexpr std::array<Step, 24> steps = {{
     {"choose polarity again", [](Run& run) { choosePolarity(run.design); }},
     {"swap XOR pairs", [](Run& run) { swapXorPairs(run.design); }},
     {"assign feedback extensions", [](Run& run) { assignFeedbackExtensions(run.design); }},
-    {"settle functions", [](Run& run) { run.status = settleFunctions(run.design); }},
+    {settling, [](Run& run) { run.status = settleFunctions(run.design); }},
     {"absorb inversions", [](Run& run) { absorbInversions(run.design); }},
     {lastStep, [](Run& run) { run.target = toFile(run.design); }},
 }};

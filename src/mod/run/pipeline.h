@@ -15,6 +15,8 @@ struct Run {
   Design design;
   Readers readers;         ///< as counted last
   bool collapsed = false;  ///< folding has changed who reads whom
+  bool isTrial = false;    ///< taken for nobody, to see where the steps lead
+  Names fixed;             ///< Signals that --lossless found to have to keep their sense
   PlaFile target;          ///< the file to be written, from the last step on
   Status status = Status::Ok;
   std::size_t stepsDone = 0;

@@ -127,7 +127,7 @@ std::vector<std::string> complaints(const CommandLine& line) {
     const std::string* value = use.value == 0 ? nullptr : &line.words[use.value];
     const OptionUse option = {*use.row, word, value, use.value == use.word + 1};
     const std::string fault = std::visit(Judge{option}, use.row->value);
-    if (!fault.empty()) found.push_back(word + " " + fault);
+    if (!fault.empty()) found.push_back(std::string(word).append(" ").append(fault));
   }
   for (const std::string& name : line.optionFiles.missing) {
     found.push_back("@" + name + ": there is no such file");
