@@ -1,5 +1,6 @@
 #include "convert/convert.h"
 
+#include <algorithm>
 #include <array>
 #include <sstream>
 #include <unordered_map>
@@ -52,6 +53,12 @@ Written write(const Netlist& netlist, Format format, Report& report) {
     if (report.isClean()) writePla(file, out, fileDate());
   }
   written.text = out.str();
+  // In a table of espresso no line goes on with a blank: the rest of a comment would be a row.
+  for (std::size_t at = 0; format == Format::Pla; ++at) {
+    at = written.text.find("\n ", at);
+    if (at == std::string::npos) break;
+    written.text.erase(at, 1);
+  }
   return written;
 }
 
@@ -105,6 +112,7 @@ std::string convert(std::string_view text, const std::string& file, const Conver
                     Report& report) {
   Netlist netlist = read(text, file, conversion.from, report);
   if (!report.isClean()) return "";
+  if (conversion.from == Format::Json) nameLoops(netlist);
   Netlist source = conversion.check ? netlist : Netlist();
   Report ofSource;  // the same notes again
   prepare(source, conversion.to, ofSource);
@@ -114,6 +122,13 @@ std::string convert(std::string_view text, const std::string& file, const Conver
   }
   prepare(netlist, conversion.to, report);
   checkPorts(netlist, report);
+  const auto isLogic = [](const NetRecord& record) {
+    return !std::holds_alternative<Undriven>(record.driver) &&
+           !std::holds_alternative<FromOutside>(record.driver);
+  };
+  if (!keepsOpen && std::ranges::none_of(netlist.nets, isLogic)) {
+    report.problems.emplace_back("no output and no register is left, and a module needs one");
+  }
   if (!report.isClean()) return "";
   if (conversion.from == Format::Json || conversion.folding.flat) {
     fold(netlist, conversion.folding, report);

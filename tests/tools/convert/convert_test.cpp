@@ -16,6 +16,7 @@ TEST(Convert, DesignsSurviveEveryFormat) {
       EXPECT_EQ(complaints(report), "") << static_cast<int>(to) << "\n" << text;
       if (to != Format::Pla) continue;
       EXPECT_EQ(text.find("X1-"), std::string::npos) << "a mark in\n" << text;
+      EXPECT_EQ(text.find("\n "), std::string::npos) << "a line that goes on in\n" << text;
       EXPECT_TRUE(converted(text, Format::Pla, Format::Tt2).starts_with("#$ "));
     }
   }
@@ -40,6 +41,8 @@ TEST(Convert, WhatHasNoFormIsSaid) {
       {tt2("a Q", "Q N N.OE", "1 111"), "N: a node has no pin that could be off\n"},
       {tt2("a Q", "Q.OE", "1 1"), "Q: an output enable has nothing to put out\n"},
       {tt2("a Q", "Q.J", "1 1"), "in: Q.J is not supported\n"},
+      {"#$ PINS 1 a\n#$ NODES 1 N\n.type f\n.i 1\n.o 1\n.ilb a\n.ob N\n.p 1\n1 1\n.end\n",
+       "no output and no register is left, and a module needs one\n"},
       {"#$ PINS 1 a\n.i 1\n.o 1\n.ilb a\n.ob a\n.p 1\n1 1 1\n.end\n",
        "in:7: a row of 3 characters, and .i and .o make 2\n"}};
   for (const auto& [text, words] : cases) {

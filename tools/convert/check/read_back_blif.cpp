@@ -62,7 +62,7 @@ class BlifReadBack {
       readLatch();
     } else if (kind == ".subckt") {
       readCell();
-    } else if (kind != ".model") {
+    } else if (kind != ".model" && line_ != ".attr keep 1") {
       fail();
     }
   }
@@ -99,6 +99,7 @@ class BlifReadBack {
 
   void readLatch() {
     Register reg;
+    if (word(5) != "0") fail();
     reg.kind = word(3) == "re" ? RegisterKind::Flop : RegisterKind::Latch;
     reg.data = literalFunction(netOf(word(1)));
     reg.clock = literalFunction(netOf(word(4)));

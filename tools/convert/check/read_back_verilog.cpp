@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <unordered_map>
+#include <unordered_set>
 
 #include "convert/check/read_back.h"
 #include "fil/text.h"
@@ -43,6 +44,10 @@ class VerilogReadBack {
     expect(";");
     while (!accept("endmodule")) readItem();
     if (next_ != tokens_.size()) fail();
+    for (std::size_t i = 0; i < netlist_.nets.size(); ++i) {
+      const bool isRegister = std::holds_alternative<Register>(netlist_.nets[i].driver);
+      if (isRegister != beginsAt0_.contains(static_cast<Net>(i))) fail();
+    }
     return std::move(netlist_);
   }
 
@@ -142,10 +147,18 @@ class VerilogReadBack {
   void readItem() {
     skipAttribute();
     const std::string word = take();
-    if (word == "wire" || word == "reg") {
+    if (word == "wire") {
       const Net net = netOf(take());
       if (accept("=")) drive(net, literalFunction(expression(0)));
       expect(";");
+    } else if (word == "reg") {
+      beginsAt0_.insert(netOf(take()));
+      for (const char* token : {"=", "0", ";"}) expect(token);
+    } else if (word == "initial") {
+      const auto port = std::ranges::find(netlist_.ports, take(), &Port::name);
+      if (port == netlist_.ports.end()) fail();
+      beginsAt0_.insert(port->bits.begin(), port->bits.end());
+      for (const char* token : {"=", "0", ";"}) expect(token);
     } else if (word == "assign") {
       readAssignment();
     } else if (word == "always") {
@@ -295,6 +308,7 @@ class VerilogReadBack {
   std::size_t next_ = 0;
   Netlist netlist_;
   std::unordered_map<std::string, Net> nets_;
+  std::unordered_set<Net> beginsAt0_;
 };
 
 }  // namespace

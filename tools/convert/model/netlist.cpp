@@ -53,6 +53,66 @@ std::vector<Net> combinationalOrder(const Netlist& netlist, const std::vector<bo
   return order;
 }
 
+// What has no reader left, or reads nothing that is left, goes until nothing changes.
+std::vector<bool> netsOfLoops(const Netlist& netlist) {
+  std::vector<bool> isLeft(netlist.nets.size(), false);
+  std::vector<std::size_t> reads(netlist.nets.size(), 0);
+  std::vector<std::vector<Net>> readers(netlist.nets.size());
+  const auto functionOf = [&](Net net) { return std::get_if<Function>(&netlist.nets[net].driver); };
+  for (std::size_t i = 0; i < isLeft.size(); ++i) {
+    const Function* function = functionOf(static_cast<Net>(i));
+    if (function == nullptr) continue;
+    isLeft[i] = true;
+    for (const Net input : function->inputs) {
+      if (functionOf(input) == nullptr) continue;
+      ++reads[i];
+      readers[input].push_back(static_cast<Net>(i));
+    }
+  }
+  std::vector<std::size_t> isRead(isLeft.size());
+  std::vector<Net> waiting;
+  for (std::size_t i = 0; i < isLeft.size(); ++i) {
+    isRead[i] = readers[i].size();
+    if (isLeft[i] && (reads[i] == 0 || isRead[i] == 0)) waiting.push_back(static_cast<Net>(i));
+  }
+  const auto lower = [&](std::vector<std::size_t>& counts, Net net) {
+    if (--counts[net] == 0 && isLeft[net]) waiting.push_back(net);
+  };
+  while (!waiting.empty()) {
+    const Net net = waiting.back();
+    waiting.pop_back();
+    if (!isLeft[net]) continue;
+    isLeft[net] = false;
+    for (const Net reader : readers[net]) lower(reads, reader);
+    for (const Net input : functionOf(net)->inputs) {
+      if (functionOf(input) != nullptr) lower(isRead, input);
+    }
+  }
+  return isLeft;
+}
+
+void nameLoops(Netlist& netlist) {
+  const std::vector<bool> isOfLoop = netsOfLoops(netlist);
+  std::vector<bool> isPort(netlist.nets.size(), false);
+  for (const Port& port : netlist.ports) {
+    for (const Net net : port.bits) isPort[net] = true;
+  }
+  for (std::size_t i = 0; i < netlist.nets.size(); ++i) {
+    NetRecord& record = netlist.nets[i];
+    const auto* function = std::get_if<Function>(&record.driver);
+    const auto literal = function == nullptr ? std::nullopt : asLiteral(*function);
+    if (!literal || !isOfLoop[literal->net] || isPort[literal->net]) continue;
+    NetRecord& other = netlist.nets[literal->net];
+    const bool isBetter = isPort[i] || (other.isUnnamed && !record.isUnnamed);
+    auto* logic = std::get_if<Function>(&other.driver);
+    if (!isBetter || other.kept || logic == nullptr || asLiteral(*logic)) continue;
+    Function taken = std::exchange(*logic, literalFunction(static_cast<Net>(i), literal->positive));
+    Sum& first = taken.operands.front();
+    first.inverted = first.inverted == literal->positive;
+    record.driver = std::move(taken);
+  }
+}
+
 namespace {
 
 // Adds what the waiting nets depend on.

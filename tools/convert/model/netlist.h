@@ -40,8 +40,9 @@ using Driver = std::variant<Undriven, FromOutside, Function, Register, Buffer>;
 struct NetRecord {
   std::string name;  ///< unique in its netlist
   Driver driver;
-  int pin = 0;        ///< of the device; 0 for none
-  bool kept = false;  ///< the user asks for this node
+  int pin = 0;             ///< of the device; 0 for none
+  bool kept = false;       ///< the user asks for this node
+  bool isUnnamed = false;  ///< the name is one that a tool made up
 };
 
 enum class Direction : std::uint8_t { Input, Output, Inout };
@@ -90,6 +91,13 @@ void forEachFunctionOf(Record& record, Visit visit) {
 /// a loop that is met goes to `loop`. What is cut, by net, is left out and ends no loop.
 std::vector<Net> combinationalOrder(const Netlist& netlist, const std::vector<bool>& isCut,
                                     std::optional<Net>& loop);
+
+/// By net: whether a function drives it that is in a loop of such nets, or between two loops.
+std::vector<bool> netsOfLoops(const Netlist& netlist);
+
+/// Where a net of a loop is another one or its complement, the logic goes to the one that the user
+/// knows: a port, or a name that no tool made up. A loop's states are compared by name.
+void nameLoops(Netlist& netlist);
 
 /// Takes the drivers of nets that no port, no register and no kept net depends on. A register that
 /// no port depends on becomes a kept net, so that no other tool drops it.

@@ -76,8 +76,10 @@ class JsonReader {
     const auto [place, isNew] = nets_.try_emplace(number, 0);
     if (isNew) {
       const auto name = names_.find(number);
+      const bool isUnnamed = name == names_.end();
       place->second = netlist_.add(
-          freeName(name == names_.end() ? "n" + std::to_string(number) : name->second), Undriven{});
+          freeName(isUnnamed ? "n" + std::to_string(number) : name->second), Undriven{});
+      netlist_.nets.back().isUnnamed = isUnnamed;
     }
     return place->second;
   }

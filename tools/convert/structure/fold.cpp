@@ -141,6 +141,7 @@ class Folder {
     for (const Port& port : netlist.ports) {
       for (const Net net : port.bits) isPort_[net] = true;
     }
+    isOfLoop_ = netsOfLoops(netlist);
     for (std::size_t i = 0; i < netlist.nets.size(); ++i) addPieces(static_cast<Net>(i));
   }
 
@@ -188,7 +189,9 @@ class Folder {
     const std::size_t piece = pieceOf_[net];
     if (piece == none || !pieces_[piece].rails || netlist_.nets[net].kept) return false;
     if (reads(pieces_[piece], net) || readers_[net].empty()) return false;
-    return folding_.flat || !isPort_[net];
+    if (folding_.flat) return true;
+    // The names of a loop's states are what it can be compared by.
+    return !isPort_[net] && (!isOfLoop_[net] || netlist_.nets[net].isUnnamed);
   }
 
   // Whether the net went.
@@ -260,6 +263,7 @@ class Folder {
   std::vector<std::size_t> pieceOf_;               // by net that a function drives
   std::vector<std::vector<std::size_t>> readers_;  // by net: pieces, in order of joining
   std::vector<bool> isPort_;
+  std::vector<bool> isOfLoop_;  // by net
 };
 
 }  // namespace

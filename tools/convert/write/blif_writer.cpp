@@ -14,6 +14,7 @@ class BlifWriter {
  public:
   BlifWriter(const Netlist& netlist, std::ostream& out) : netlist_(netlist), out_(out) {
     for (const NetRecord& record : netlist.nets) names_.push_back(free(record.name));
+    for (const Port& port : netlist.ports) isPort_.insert(port.bits.begin(), port.bits.end());
   }
 
   std::vector<std::string> write() {
@@ -83,10 +84,11 @@ class BlifWriter {
     if (cell.type == "$_DFF_P_" || cell.type == "$_DLATCH_P_") {
       const std::size_t second = pins.rfind(' ');
       out_ << ".latch " << pins.substr(3, second - 3) << " " << names_[net]
-           << (cell.type == "$_DFF_P_" ? " re " : " ah ") << pins.substr(second + 3) << " 3\n";
+           << (cell.type == "$_DFF_P_" ? " re " : " ah ") << pins.substr(second + 3) << " 0\n";
     } else {
       out_ << ".subckt " << cell.type << pins << " Q=" << names_[net] << "\n";
     }
+    if (!isPort_.contains(net)) out_ << ".attr keep 1\n";
   }
 
   std::string netFor(const Function& function, const std::string& wanted) {
@@ -129,6 +131,7 @@ class BlifWriter {
   std::ostream& out_;
   std::vector<std::string> names_;  // by net
   std::unordered_set<std::string> taken_;
+  std::unordered_set<Net> isPort_;
 };
 
 }  // namespace

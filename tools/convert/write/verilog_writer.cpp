@@ -58,7 +58,7 @@ std::string identifier(std::string_view name) {
 class VerilogWriter {
  public:
   VerilogWriter(const Netlist& netlist, std::ostream& out)
-      : netlist_(netlist), out_(out), names_(netlist.nets.size()) {
+      : netlist_(netlist), out_(out), names_(netlist.nets.size()), isOfLoop_(netsOfLoops(netlist)) {
     for (const Port& port : netlist.ports) {
       for (std::size_t i = 0; i < port.bits.size(); ++i) {
         names_[port.bits[i]] = identifier(port.name);
@@ -76,6 +76,11 @@ class VerilogWriter {
 
   std::vector<std::string> write() {
     module();
+    // Registers come up as 0; to other tools one without a value is unknown, and so is whatever
+    // they make of it.
+    for (const Port& port : netlist_.ports) {
+      if (isRegister(port)) out_ << "  initial " << identifier(port.name) << " = 0;\n";
+    }
     for (std::size_t i = 0; i < names_.size(); ++i) declare(static_cast<Net>(i));
     for (std::size_t i = 0; i < names_.size(); ++i) drive(static_cast<Net>(i));
     out_ << "endmodule\n";
@@ -84,10 +89,11 @@ class VerilogWriter {
 
  private:
   // "Y.Q" reads better as Y_q; a bit of no port keeps its name in the escaped form.
-  std::string innerName(const std::string& name) {
+  std::string innerName(const std::string& name, const std::string& use = "") {
     std::string wanted = name;
     if (wanted.ends_with(".Q")) wanted.replace(wanted.size() - 2, 2, "_q");
     if (wanted.ends_with(".COM")) wanted.replace(wanted.size() - 4, 4, "_com");
+    wanted += use;
     for (char& c : wanted) {
       if (c <= ' ' || c > '~') c = '_';
     }
@@ -139,9 +145,10 @@ class VerilogWriter {
   void declare(Net net) {
     const NetRecord& record = netlist_.nets[net];
     if (isPort_.contains(net)) return;
-    const char* keep = record.kept ? "  (* keep *) " : "  ";
+    // A registered node is part of the device, as ostrel sees it, whoever reads it.
+    const char* keep = record.kept || isOfLoop_[net] ? "  (* keep *) " : "  ";
     if (std::holds_alternative<Register>(record.driver)) {
-      out_ << keep << "reg " << names_[net] << ";\n";
+      out_ << "  (* keep *) reg " << names_[net] << " = 0;\n";
     } else if (std::holds_alternative<Function>(record.driver)) {
       out_ << keep << "wire " << names_[net] << ";\n";
     }
@@ -164,8 +171,7 @@ class VerilogWriter {
     if (const auto literal = asLiteral(function)) {
       return (literal->positive ? "posedge " : "negedge ") + names_[literal->net];
     }
-    const std::string name =
-        identifier(innerName(netlist_.nets[net].name + "_" + std::string(use)));
+    const std::string name = identifier(innerName(netlist_.nets[net].name, "_" + std::string(use)));
     out_ << "  wire " << name << " = " << text(function) << ";\n";
     edgeNames_[&function] = name;
     return "posedge " + name;
@@ -238,6 +244,7 @@ class VerilogWriter {
   const Netlist& netlist_;
   std::ostream& out_;
   std::vector<std::string> names_;  // by net
+  std::vector<bool> isOfLoop_;      // by net
   std::unordered_set<Net> isPort_;
   std::unordered_set<std::string> taken_;
   std::unordered_map<const Function*, std::string> edgeNames_;
