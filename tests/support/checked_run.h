@@ -34,7 +34,7 @@ struct Judgement {
   std::string different;  ///< the first difference; one that no told step explains if there is one
   bool isExplained = true;
 };
-Judgement judge(const ostrel::PlaFile& input, const RunResult& result, std::int64_t effort);
+Judgement judge(const ostrel::PlaFile& input, const RunResult& result, std::int64_t effort = 2000);
 
 /// Runs `text` as the input file. Without effect if it can't be read or is no design.
 void runChecked(std::span<const std::uint8_t, optionBytes> options, const std::string& text);
