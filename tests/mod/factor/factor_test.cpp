@@ -177,6 +177,30 @@ TEST(Factor, AnAdderThatWasFlattenedFindsItsCarries) {
   EXPECT_LE(costOf(network, limits), 17 * bits);
 }
 
+// With the node's fourteen products in its place the complement stays short, and the function gets
+// more cubes than anybody lists.
+TEST(Factor, AMergedNodeLeavesEveryFunctionACoverOfItsOwn) {
+  constexpr std::size_t width = 29;
+  Network network = {width, 1, {{}, {}}, 16};
+  NetworkFunction& reader = network.functions.front();
+  reader.on.resize(2);
+  reader.off.resize(1);
+  for (const std::size_t c : {width - 1, width}) {
+    reader.on[c - (width - 1)].set(c, '0');
+    reader.off.front().set(c, '1');
+  }
+  reader.hasOff = true;
+  reader.mayTurn = false;
+  for (std::size_t c = 0; c + 1 < width; c += 2) {
+    Cube& product = network.functions.back().on.emplace_back();
+    product.set(c, '1');
+    product.set(c + 1, '1');
+  }
+  Effort effort;
+  mergeNodes(network, {}, effort);
+  EXPECT_FALSE(network.functions.front().on.empty());
+}
+
 TEST(Factor, DepthIsKept) {
   const Network original = networkOf(
       {{"11---1", "1-1--1", "1--1-1", "1---11"}, {"01----", "0-1---", "0--1--", "0---1-"}}, 16);
