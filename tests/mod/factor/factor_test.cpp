@@ -122,6 +122,9 @@ TEST(Factor, AFunctionThatHasToBeCutPaysForTheCuts) {
     for (NetworkFunction& function : network.functions) function.mayTurn = false;
     const FactorLimits limits = {.price = 7};
     EXPECT_EQ(costOf(network, limits), hasRoom ? 8U : 24U);
+    network.functions[0].limit = 2;
+    EXPECT_EQ(costOf(network.functions[0], limits), 20U) << "two cuts";
+    network.functions[0].limit = original.functions[0].limit;
     ASSERT_TRUE(factor(network, limits));
     EXPECT_EQ(network.functions.size(), hasRoom ? 2U : 3U);
     for (const NetworkFunction& function : network.functions) {

@@ -13,7 +13,7 @@ std::string hashOf(const std::string& text) {
   return hash.hexDigest();
 }
 
-constexpr const char* designText =
+constexpr const char* watched =
     "#$ DATE  today\n#$ PINS 6 a b c M P R\n#$ NODES 1 N\n.i 3\n.o 5\n.type fr\n.ilb a b c\n"
     ".ob M P R.D R.C N\n.p 8\n100 111~1\n010 111~~\n001 ~1~1~\n111 11~~~\n011 00~~~\n"
     "101 00~~~\n000 ~0~~~\n110 ~0~~~\n.end\n";
@@ -30,7 +30,7 @@ void expectSaid(const std::string& line, const std::vector<std::string>& parts) 
 
 TEST(Report, SaysWhatWasDoneAndChangesNothing) {
   const std::string folder = makeFolder();
-  writeFile(folder + "/a.tt2", designText);
+  writeFile(folder + "/a.tt2", watched);
   std::vector<std::string> words = {"ostrel", "-input", "a.tt2", "-xor", "-ck", "off"};
   const ProgramResult plain = runIn(folder, OSTREL_PROGRAM, words);
   const std::string output = readFile(folder + "/a.tt3");
@@ -38,7 +38,7 @@ TEST(Report, SaysWhatWasDoneAndChangesNothing) {
   EXPECT_EQ(runIn(folder, OSTREL_PROGRAM, words).exitCode, plain.exitCode);
   EXPECT_EQ(readFile(folder + "/a.tt3"), output);
   const std::string json = readFile(folder + "/a.json");
-  expectSaid(json, {hashOf(designText), hashOf(output),
+  expectSaid(json, {hashOf(watched), hashOf(output),
                     "\"before\": {\n  \"pins\": 6,\n  \"nodes\": 1,\n  \"functions\": 5,\n"
                     "  \"xor_pairs\": 0,\n  \"terms\": 11,\n  \"rows\": 8,\n  \"literals\": 33,\n"
                     "  \"widest\": 4,\n  \"depth\": 1\n",
@@ -67,11 +67,11 @@ TEST(Report, SaysWhatWasDoneAndChangesNothing) {
 TEST(Report, NeverTakesThePlaceOfAnotherFile) {
   for (const std::string name : {"a.tt2", "a.tt3", "log", "folder/missing"}) {
     const std::string folder = makeFolder();
-    writeFile(folder + "/a.tt2", designText);
+    writeFile(folder + "/a.tt2", watched);
     const ProgramResult run = runIn(folder, OSTREL_PROGRAM,
                                     {"ostrel", "-input", "a.tt2", "-log", "log", "--report", name});
     EXPECT_EQ(run.exitCode, 0);
-    EXPECT_EQ(readFile(folder + "/a.tt2"), designText);
+    EXPECT_EQ(readFile(folder + "/a.tt2"), watched);
     EXPECT_EQ(readFile(folder + "/a.tt3").substr(0, 7), "#$ DATE");
     // A report in the log's place has won, since the log is opened with it in mind.
     EXPECT_EQ(run.err.find("failed to write " + name) == std::string::npos, name == "log");
