@@ -1,4 +1,4 @@
-// The passes over a Design, one in each file of this folder, in the order in which the pipeline
+// The passes over a Design, by the files of this folder, roughly in the order in which the pipeline
 // runs them. Each looks at the options that concern it; without them it leaves the design alone.
 #pragma once
 

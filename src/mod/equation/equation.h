@@ -102,8 +102,8 @@ class Equation {
 
   // ---- support: the columns that the ON set uses ----
 
-  /// Works the support out, unless it is there. It describes the ON set of that moment: only a
-  /// change of columns drops it, and neither minimisation nor an exchange of sets refreshes it.
+  /// Works the support out, unless it is there. It describes the ON set of that moment: a change of
+  /// columns and minimize() drop it, and no told reduction or exchange of sets refreshes it.
   void computeSupport();
 
   /// Adds the support to `columns`, which keeps what it has.

@@ -28,8 +28,8 @@ struct PlaName {
   XorHalf xorHalf = XorHalf::None;
   Polarity polarity = Polarity::None;
   int pin = 0;       ///< 0 for none
-  int onTerms = 0;   ///< output column: rows with 1; input column: rows with 0 or 1
-  int offTerms = 0;  ///< output column: rows with 0
+  int onTerms = 0;   ///< of an output column that was read: rows with 1
+  int offTerms = 0;  ///< rows with 0
   RegisterType registerType = RegisterType::None;
   bool percent = false;  ///< the word carries the inversion mark '%'
 

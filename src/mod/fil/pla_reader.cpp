@@ -368,12 +368,10 @@ Status PlaReader::readTerm() {
 }
 
 void PlaReader::readInputPart() {
-  PlaFile::NameTable& names = file_.table(NameKind::Input);
-  if (!names.exists) return file_.inputRows.appendBlank();
+  if (!file_.table(NameKind::Input).exists) return file_.inputRows.appendBlank();
   const std::span<char> row = file_.inputRows.append();
   for (std::size_t i = 0; i < row.size(); ++i) {
     row[i] = storedInput(current_);
-    if (row[i] != '-' && i < names.records.size()) ++names.records[i].onTerms;
     nextCharacter();
     skipBlanks();
   }

@@ -38,8 +38,6 @@ PlaName outputName(const Signal& signal, const Equation& equation) {
   record.extension = writtenExtension(equation);
   record.xorHalf = equation.xorRole;
   record.polarity = equation.polarity;
-  record.onTerms = equation.onCount();
-  record.offTerms = equation.offCount();
   const bool percentAllowed = options().percent && &equation == signal.slot(SlotLogic);
   if (percentAllowed && record.polarity == Polarity::Inverted) {
     record.polarity = Polarity::None;

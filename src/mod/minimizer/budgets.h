@@ -1,7 +1,7 @@
 // How much work the algorithms may be given, each bound with its reason.
 //
 // They are limits of the method, not of the machine: what lies beyond them is left as it is, and
-// the output tells. So they are part of the contract.
+// the output tells. So they are part of the contract, apart from two that say otherwise.
 #pragma once
 
 #include <cstddef>
@@ -27,7 +27,7 @@ inline constexpr std::size_t boundPoints = 64;
 
 /// Groups with more cubes than this are searched by hash, smaller ones by a plain scan. Below about
 /// 16 cubes the scan is faster, above 64 the hash; in between the two take the same time. This
-/// one alone could change without a trace in the output.
+/// one and boundPoints could change without a trace in the output.
 inline constexpr std::size_t scanLimit = 32;
 
 /// The most steps that the complement of one function may take, about a second. What the limit on

@@ -1,4 +1,4 @@
-// The secret of this process behind every hash of what a file says.
+// The secret of this process behind the hashes of what a file says many of.
 //
 // A hash that anybody can work out lets a file of a few hundred kilobytes name a hundred thousand
 // things that all fall into one place of a table, and each look-up then walks over all of them.

@@ -8,7 +8,8 @@ namespace ostrel {
 /// A tick; what it returns is not used.
 using HeartBeat = int (*)();
 
-/// Called from inside what can take long. It does nothing unless a monitoring host is linked.
+/// Called from inside what can take long. It does nothing unless a monitoring host
+/// is linked or the step is shown on a terminal.
 void heartMsg();
 
 /// The step of the run that is under way, empty between runs, for whoever shows it at the ticks;

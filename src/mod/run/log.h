@@ -1,4 +1,4 @@
-// The one way in which messages leave the passes.
+// The way in which messages leave the passes.
 #pragma once
 
 #include <functional>

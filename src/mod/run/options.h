@@ -71,7 +71,7 @@ struct Options {
 /// The options of the present run.
 const Options& options();
 
-/// Replaces the options of the present run; for the command line parser and for tests.
+/// Replaces the options of the present run; for the run that has parsed them and for tests.
 void setOptions(Options values);
 
 }  // namespace ostrel

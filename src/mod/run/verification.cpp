@@ -17,7 +17,7 @@ namespace {
 
 constexpr std::string_view program = "ostrel-verify";
 
-/// A word that the run doesn't know can be one that the verifier would obey, such as --help.
+/// A word that the run doesn't know can be one that the verifier would obey, such as --effort.
 bool isForTheRun(std::string_view word) {
   const auto isWord = [word](const OptionRow& row) { return row.word == word; };
   return !word.starts_with("--") || std::ranges::any_of(optionTable, isWord);
