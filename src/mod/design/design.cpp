@@ -11,7 +11,7 @@ namespace ostrel {
 namespace {
 
 /// True if the column reads the Signal itself and not what stands on its pin.
-bool readsInside(const InputColumn& column) {
+bool readsOwnValue(const InputColumn& column) {
   return column.extension != Extension::None && column.extension != Extension::PIN;
 }
 
@@ -20,7 +20,7 @@ bool readsInside(const InputColumn& column) {
 bool canBeOff(const Signal& signal, std::span<const InputColumn> columns, int column) {
   const Equation* enable = signal.slot(SlotOutputEnable);
   if (!options().lossless || enable == nullptr || enable->isEmpty() || signal.isNode) return false;
-  if (column >= 0 && readsInside(columns[static_cast<std::size_t>(column)])) return false;
+  if (column >= 0 && readsOwnValue(columns[static_cast<std::size_t>(column)])) return false;
   if (enable->mayBe(Constant::One, PlaType::f)) return false;
   note({signal.name, " can be off and serves no other function"});
   return true;
