@@ -95,6 +95,8 @@ TEST(CommandLine, LeavesInTheOptions) {
       {"-share 5 -split 8", "split=8 share=2 "},
       {"-split 8 -share 5", "split=8 share=5 "},
       {"-split 0 -clust 7", "share=2 clust=7 "},
+      {"-split +9 -share +-4", "split=9 share=2 "},
+      {"-split +-9 -share +4", "share=4 "},
       {"-split abc -share abc", "share=2 "},
       {"-clust 9 -clust -split 12x", "split=12 share=2 "},
       {"-cluster 3 -share 0", "share=2 clust=3 "},
