@@ -16,6 +16,7 @@
 #include "factor/factor.h"
 
 #include <algorithm>
+#include <cassert>
 #include <map>
 #include <string>
 #include <utility>
@@ -75,6 +76,7 @@ Network networkOf(const Design& design, std::span<const Member> members) {
 
 /// Gives the Signal the function, by the set that has fewer terms.
 void setFunction(Signal& signal, Slot slot, const NetworkFunction& function, TermTable& terms) {
+  assert(!function.on.empty());  // no function that takes part is 0 everywhere
   const Equation& old = *signal.slot(slot);
   Equation equation(terms);
   equation.extension = old.extension;
@@ -93,6 +95,7 @@ void setFunction(Signal& signal, Slot slot, const NetworkFunction& function, Ter
 
 /// Puts the functions of the network into the members, and its nodes at the end of the design.
 void carryIn(Design& design, std::span<const Member> members, const Network& network) {
+  assert(members.size() == network.outputs);
   for (std::size_t f = network.outputs; f < network.functions.size(); ++f) {
     const NetworkFunction& function = network.functions[f];
     const Term first = design.terms().term(Cube());

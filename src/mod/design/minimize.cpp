@@ -63,6 +63,7 @@ void minimizeNewLogic(Design& design) {
       const WantedSets wanted = isHalf ? WantedSets::On : wantedSets(*signal, SlotLogic);
       diligence.spend(shorter.minimize(wanted, diligence.level()).steps);
       if (isHalf) shorter.clearOffSet();
+      if (shorter.isEmpty()) continue;  // a half that is 0 says so in its OFF set alone
       const int terms = equation->termCount(SetSelector::Smaller);
       if (shorter.termCount(SetSelector::Smaller) < terms) *equation = std::move(shorter);
     }

@@ -11,6 +11,7 @@
 // Order. Terms with few literals first, equally long ones by the age of their handles: in this
 // order functions that have terms in common name them alike, which is what splitting shares by.
 #include <algorithm>
+#include <cassert>
 #include <utility>
 
 #include "equation/equation.h"
@@ -47,6 +48,7 @@ Minimized Equation::minimize(WantedSets wanted, Thoroughness thoroughness) {
   if (isOffOnly) swapSets();
   freeTerms_.clear();
   support_ = {};
+  assert(!isEmpty());
   const bool isOn = onSet_.size() <= offSet_.size() || offSet_.empty();
   return {isOn ? result.on.state : result.off.state, result.steps};
 }
@@ -67,6 +69,7 @@ std::optional<std::pair<Equation, Equation>> Equation::findXorPair(int termLimit
   left.xorRole = XorHalf::Left;
   right.xorRole = XorHalf::Right;
   if (pair->isTurned) right.polarity = Polarity::Inverted;
+  assert(left.onCount() + right.onCount() < termLimit);
   return operands;
 }
 

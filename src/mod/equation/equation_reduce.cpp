@@ -11,6 +11,7 @@
 // Order. Both sets come out in the order that the minimizer gives, and all later ties follow it.
 // The support stays that of the ON set as it was before.
 #include <algorithm>
+#include <cassert>
 #include <utility>
 
 #include "equation/equation.h"
@@ -62,6 +63,7 @@ bool Equation::workOut(SetSelector selector, bool keepsSmaller) {
   if (!on || !off) return false;
   onSet_ = *std::move(on);
   offSet_ = *std::move(off);
+  assert(!isEmpty());
   return true;
 }
 

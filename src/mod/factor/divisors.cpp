@@ -19,6 +19,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <iterator>
 #include <utility>
 
@@ -277,6 +278,7 @@ class Extraction {
   }
 
   void take(std::size_t number) {
+    assert(values_.size() == divisors_.size() && uses_.size() == divisors_.size());
     const Divisor divisor = divisors_[number];
     const std::size_t level = levelOf(divisor);
     std::vector<Use> uses = apart(uses_[number]);

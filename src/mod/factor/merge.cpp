@@ -14,9 +14,11 @@
 #include "factor/merge.h"
 
 #include <algorithm>
+#include <cassert>
 #include <optional>
 #include <utility>
 
+#include "minimizer/list_checks.h"
 #include "twolevel/minimize.h"
 
 namespace ostrel {
@@ -34,6 +36,7 @@ bool setCovers(NetworkFunction& function, CubeList cubes, bool isOff, Thoroughne
   function.on = std::move(result.on.cubes);
   function.off = std::move(result.off.cubes);
   function.hasOff = result.off.state != CoverState::Unknown;
+  assert(haveNoCommonPoint<Cube>(function.on, function.off));
   return true;
 }
 
@@ -122,6 +125,7 @@ class Merging {
     effort_.spend(products.size() + 20);
     NetworkFunction result = reader;
     if (!setCovers(result, std::move(products), isOff, Thoroughness::Trial)) return std::nullopt;
+    assert(!reads(result, column));
     return result;
   }
 

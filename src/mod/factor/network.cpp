@@ -58,6 +58,16 @@ std::vector<std::size_t> inwardOrder(const Network& network) {
   return order;
 }
 
+/// True if each node reads nodes in front of it.
+[[maybe_unused]] bool readsOlderOnly(const Network& network) {
+  for (std::size_t f = network.outputs; f < network.functions.size(); ++f) {
+    for (const std::size_t node : nodesOf(network, network.functions[f])) {
+      if (node >= f) return false;
+    }
+  }
+  return true;
+}
+
 /// Which things belong together, by the first of them.
 class Partition {
  public:
@@ -85,6 +95,7 @@ std::size_t costOf(const NetworkFunction& function, const FactorLimits& limits) 
   if (function.isGone) return 0;
   const std::size_t terms = function.termCount();
   if (terms <= function.limit || function.limit < 2) return terms;
+  assert(limits.cluster > 0);
   const std::size_t whole = function.limit / limits.cluster * limits.cluster;
   const std::size_t gain = std::max<std::size_t>(whole == 0 ? function.limit : whole, 2) - 1;
   const std::size_t cuts = (terms - function.limit + gain - 1) / gain;
@@ -111,6 +122,7 @@ void packNodes(Network& network) {
                                            [&](std::size_t f) { return f < network.outputs; });
   std::sort(order.begin(), nodes);
   network = extracted(network, order, network.width);
+  assert(readsOlderOnly(network));
 }
 
 std::vector<std::vector<std::size_t>> partsOf(

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <ostream>
 
 namespace ostrel {
@@ -109,6 +110,8 @@ class RowChunk {
 
 /// f and fd say with 0 that a row is silent on a column, and the reader turns that back.
 void writeTerms(std::ostream& stream, const PlaFile& file) {
+  assert(file.inputRows.size() == file.outputRows.size());
+  assert(file.madeInputs.size() == file.madeOutputs.size());
   const bool silentIsZero = file.type == PlaType::f || file.type == PlaType::fd;
   RowChunk chunk(stream);
   for (std::size_t i = 0; i < file.inputRows.size(); ++i) {

@@ -1,5 +1,7 @@
 #include "fil/row_table.h"
 
+#include <cassert>
+
 namespace ostrel {
 
 void RowTable::appendBlank() {
@@ -24,6 +26,7 @@ std::size_t SparseRows::append() {
 void SparseRows::set(std::size_t i, std::size_t column, char c) {
   const auto cell = static_cast<std::uint32_t>(cells_.size());
   cells_.push_back({static_cast<std::uint32_t>(column), none, c});
+  assert(i < rows_.size());
   Row& row = rows_[i];
   (row.first == none ? row.first : cells_[row.last].next) = cell;
   row.last = cell;
@@ -32,7 +35,9 @@ void SparseRows::set(std::size_t i, std::size_t column, char c) {
 void SparseRows::appendText(std::size_t i, std::size_t width, char fill, std::string& text) const {
   const std::size_t begin = text.size();
   text.append(width, fill);
+  assert(i < rows_.size());
   for (std::uint32_t cell = rows_[i].first; cell != none; cell = cells_[cell].next) {
+    assert(cells_[cell].column < width);
     text[begin + cells_[cell].column] = cells_[cell].character;
   }
 }

@@ -1,5 +1,7 @@
 #include "logic/polarity.h"
 
+#include <algorithm>
+#include <cassert>
 #include <span>
 
 #include "logic/kept_sets.h"
@@ -66,6 +68,10 @@ void choosePolarity(Signal& signal) {
   for (const Slot index : std::span(allSlots).subspan(SlotXorLeft)) {
     if (signal.slot(index) != nullptr) keepSet(signal, index);
   }
+  assert(std::ranges::none_of(allSlots, [&signal](Slot slot) {
+    const Equation* equation = signal.slot(slot);
+    return equation != nullptr && !equation->onSet().empty() && !equation->offSet().empty();
+  }));
   signal.setsChosen = true;
 }
 

@@ -1,9 +1,12 @@
 #include "logic/row_merger.h"
 
+#include <cassert>
+
 namespace ostrel {
 
 void RowMerger::writeToRows(std::span<const Term> chain, std::size_t column, char mark) {
   for (const Term term : chain) {
+    assert(term.index < rowOf_.size());
     int& row = rowOf_[term.index];
     if (row == none) {
       const std::size_t made = file_->madeInputs.append();

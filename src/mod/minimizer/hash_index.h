@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -32,6 +33,7 @@ class HashIndex {
   /// Adds a key under the next number, which is the answer.
   std::uint32_t add(std::uint64_t key) {
     const auto number = static_cast<std::uint32_t>(keys_.size());
+    assert(number != none);
     keys_.push_back(key);
     next_.push_back(number);
     if (keys_.size() > last_.size()) {

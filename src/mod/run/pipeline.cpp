@@ -1,6 +1,7 @@
 #include "run/pipeline.h"
 
 #include <array>
+#include <cassert>
 
 #include "logic/kept_sets.h"
 #include "run/heart.h"
@@ -78,6 +79,7 @@ constexpr std::array<Step, 24> steps = {{
 }  // namespace
 
 Status runPipeline(Run& run, std::string_view last, const StepWatch& watch) {
+  assert(run.stepsDone <= steps.size());
   while (run.status == Status::Ok && run.stepsDone < steps.size()) {
     const Step& step = steps[run.stepsDone++];
     setCurrentStep(step.name);

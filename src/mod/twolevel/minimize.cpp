@@ -13,9 +13,11 @@
 #include "twolevel/minimize.h"
 
 #include <algorithm>
+#include <cassert>
 #include <memory>
 #include <utility>
 
+#include "minimizer/list_checks.h"
 #include "twolevel/cover_graph.h"
 #include "twolevel/iteration.h"
 #include "twolevel/minimum_cover.h"
@@ -180,6 +182,10 @@ MinimizedFunction minimize(const PartialFunction& function, WantedSets wanted,
     result.steps += result.on.steps;
   }
   result.steps += world->steps();
+  assert(result.on.state != CoverState::Unknown);
+  // Points that are free may lie in both covers.
+  assert(function.off || !function.dontCare.empty() ||
+         haveNoCommonPoint<Cube>(result.on.cubes, result.off.cubes));
   return result;
 }
 

@@ -22,5 +22,14 @@ TEST(MinimizePass, TellsOfFunctionsBeyondItsEffort) {
   }
 }
 
+// s0.X1 is 0, inverted, and 0 has no ON term to keep.
+TEST(MinimizePass, LeavesAHalfThatIsZero) {
+  const Reading reading =
+      readText("#$ PINS 3 A B Y\n.i 2\n.o 3\n.ilb A B\n.ob Y.X1- Y.X2 Y.AR\n.p 1\n-- ~1~\n.end\n");
+  const RunResult run = runWith(
+      reading.file, {"-ff_inv", "yes", "-sr", "no", "-split", "8", "--minimize", "--lossless"});
+  EXPECT_NE(run.written.find(".ob Y.X1- Y.X2 Y.AR\n"), std::string::npos) << run.written;
+}
+
 }  // namespace
 }  // namespace ostrel
