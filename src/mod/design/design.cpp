@@ -21,7 +21,10 @@ bool canBeOff(const Signal& signal, std::span<const InputColumn> columns, int co
   const Equation* enable = signal.slot(SlotOutputEnable);
   if (!options().lossless || enable == nullptr || enable->isEmpty() || signal.isNode) return false;
   if (column >= 0 && readsOwnValue(columns[static_cast<std::size_t>(column)])) return false;
-  if (enable->mayBe(Constant::One, PlaType::f)) return false;
+  // An enable of several terms can come to read the very pin that it turns off.
+  Equation once = *enable;
+  once.dropRepeatedTerms();
+  if (once.isConstant(Constant::One)) return false;
   note({signal.name, " can be off and serves no other function"});
   return true;
 }
